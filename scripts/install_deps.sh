@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Installs the build and test dependencies when they are missing (Debian).
+# Idempotent: does nothing when everything is already present.
+set -euo pipefail
+
+packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3)
+missing=()
+for p in "${packages[@]}"; do
+  dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+  echo "installing: ${missing[*]}"
+  SUDO=""
+  [ "$(id -u)" -ne 0 ] && command -v sudo >/dev/null && SUDO="sudo"
+  $SUDO apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "${missing[@]}"
+fi

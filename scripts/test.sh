@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Builds and runs every test: the whole suite under AddressSanitizer and
+# UndefinedBehaviorSanitizer with warnings as errors, then the concurrency
+# suite under ThreadSanitizer.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/install_deps.sh
+jobs=${KBOND_JOBS:-2}
+
+cmake -S . -B build/asan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+      -DKBOND_SANITIZE=address -DKBOND_WERROR=ON >/dev/null
+cmake --build build/asan -j"$jobs"
+ctest --test-dir build/asan --output-on-failure -j"$jobs"
+
+cmake -S . -B build/tsan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+      -DKBOND_SANITIZE=thread -DKBOND_BUILD_BENCH=OFF -DKBOND_WERROR=ON >/dev/null
+if cmake --build build/tsan --target help | grep -q kbond_concurrency_tests; then
+  cmake --build build/tsan -j"$jobs" --target kbond_concurrency_tests
+  TSAN_OPTIONS="halt_on_error=1" ctest --test-dir build/tsan -L concurrency --output-on-failure
+fi

@@ -1,0 +1,44 @@
+// Date serials: a signed 32-bit count of days, proleptic Gregorian,
+// serial 1 = 1 January 1900 (a Monday). 1 March 1900 = 60 (1900 is not a
+// leap year), 1 January 1950 = 18263, 31 December 2069 = 62092.
+//
+// Two process-wide caches make the common range cost one table look-up:
+// the month cache (years 1950..2069) for date -> serial, and the serial
+// cache (serials 25000..57740) for serial -> date. Both are filled lazily
+// from any thread without a lock; every writer stores the same value for
+// the same entry, and each entry is one atomic word.
+//
+//   int32_t s = date_to_serial(15, 5, 2031);      // 15 May 2031
+//   int32_t d, m, y; serial_to_date(s, &d, &m, &y);
+#pragma once
+#include <cstdint>
+
+namespace kbond::dates {
+
+inline constexpr int32_t kMaxSerial = 1825000;          // 4 September 6896
+inline constexpr int32_t kMinConvertibleSerial = -109572; // 1 January 1600
+
+// Weekday numbers put the weekend first on purpose.
+enum Weekday : int32_t {
+  kSaturday = 1, kSunday = 2, kMonday = 3, kTuesday = 4,
+  kWednesday = 5, kThursday = 6, kFriday = 7
+};
+
+bool is_leap_year(int32_t year) noexcept;
+
+// Serial of day/month/year, or -1. Years below 200 have 1900 added. The day
+// is not checked against the month: day 0 is the last day of the previous
+// month and 31 February 2001 is 3 March 2001.
+int32_t date_to_serial(int32_t day, int32_t month, int32_t year) noexcept;
+
+// Splits a serial; 0 on success, 1 on failure (before 1600 or after
+// kMaxSerial; above kMaxSerial the fields are still written).
+int serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* year) noexcept;
+
+int32_t weekday_of(int32_t serial) noexcept;              // 1 = Saturday ... 7 = Friday
+int32_t days_in_month(int32_t month, int32_t year) noexcept;  // 0 for a bad month
+int32_t days_in_year(int32_t year) noexcept;
+int32_t is_end_of_month(int32_t serial) noexcept;
+int32_t end_of_month(int32_t serial) noexcept;
+
+}  // namespace kbond::dates

@@ -1,0 +1,29 @@
+// Day-count conventions, codes 0..14:
+//   0 act/act   1 30/360   2 30E/360   3 30/365   4 act/360   5 act/365
+//   6 30E/365   7 30/360(Feb)   8 30/365(Feb)   9 30E/360(Feb)
+//  10 30E/365(Feb)  11 30E+/360  12 30E+/365  13 act/365 without 29 February
+//  14 actual days over the calendar years' own lengths
+#pragma once
+#include <cstdint>
+
+namespace kbond::dates {
+
+inline constexpr int32_t kDayCountCodes = 15;
+
+// Days from start to end under the code. `error` (may be null) receives 0,
+// or 1 for an unknown code (actual days are then returned).
+int32_t day_count(int32_t start, int32_t end, int32_t code, int32_t* error) noexcept;
+
+// Days in a year for the code; for code 0 the coupon period's length times
+// the frequency; 0.0 for code 14 and unknown codes.
+double year_basis(int32_t period_start, int32_t period_end, int32_t frequency, int32_t code) noexcept;
+
+double year_fraction(int32_t start, int32_t end, int32_t code) noexcept;
+
+// The date n convention days after `date`; 0 for codes it cannot serve.
+int32_t add_convention_days(int32_t date, int32_t n, int32_t code, int32_t eom_flag) noexcept;
+
+// Display name of a day-count code ("act/act", ..., "unknown").
+const char* day_count_name(int32_t code) noexcept;
+
+}  // namespace kbond::dates

@@ -1,0 +1,32 @@
+// Stepping dates by months, counting whole months, and finding the dates of
+// a periodic (coupon) schedule relative to a reference date.
+//
+// Adding a month to 31 January gives 28 (or 29) February: the day is clamped
+// to the length of the new month. With the end-of-month flag, a date on the
+// last day of its month moves to the last day of the new month, so
+// 28 February 2001 + 1 month is 31 March 2001 with the flag, 28 March without.
+#pragma once
+#include <cstdint>
+
+namespace kbond::dates {
+
+int32_t add_months(int32_t serial, int32_t months, int32_t eom_flag) noexcept;
+
+// Whole months from `from` to `to`, truncated toward zero. `exact` (may be
+// null) receives 1 when no days remain.
+int32_t months_between(int32_t from, int32_t to, int32_t eom_flag, int32_t* exact) noexcept;
+
+// Date of the schedule reference + j * months_per_period months around
+// `date`: k = 0 the last schedule date on or before `date`, k = 1 the next
+// one after it, k = -1 the one before the last. `index` (may be null)
+// receives j. months_per_period must not be 0.
+int32_t schedule_date(int32_t date, int32_t k, int32_t months_per_period, int32_t reference,
+                      int32_t eom_flag, int32_t* index) noexcept;
+
+// n-th `weekday` of the month (0 when there is none); see the holiday rules.
+int32_t nth_weekday_of_month(int32_t n, int32_t weekday, int32_t month, int32_t year,
+                             int32_t other_weekday) noexcept;
+int32_t last_weekday_of_month(int32_t weekday, int32_t month, int32_t year,
+                              int32_t other_weekday) noexcept;
+
+}  // namespace kbond::dates

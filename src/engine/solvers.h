@@ -1,0 +1,136 @@
+// General root finders shared by every family: Newton's method on a function
+// with an analytic derivative, and a bracketing search (false position with
+// bisection safeguard) for when Newton fails.
+//
+// Evaluators are callables `double f(double x, double* derivative)`; the
+// derivative pointer may be null (the bracketing search never asks for it).
+// A NaN result marks an invalid evaluation.
+//
+//   int32_t err = 0;
+//   double y = newton_solve([&](double x, double* d) { return price(x, d); },
+//                           target, 0.05, 1e-6, 64, &err);
+#pragma once
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+#include "engine/safe_math.h"
+
+namespace kbond::engine {
+
+struct AnyValue {
+  constexpr bool operator()(double) const noexcept { return true; }
+};
+
+// Newton iteration toward f(x) = target. Error 1 (returning the last x) for
+// a zero tolerance, an invalid start, a stall (|previous - value| <= 1e-15),
+// a zero derivative, an invalid evaluation or an exhausted iteration limit.
+// `valid` rejects candidate points; a rejected step is halved toward the
+// current point, each halving counting as an iteration.
+template <class Eval, class Valid = AnyValue>
+double newton_solve(Eval&& f, double target, double x0, double tolerance, int max_iterations,
+                    int32_t* error, Valid&& valid = Valid{}) {
+  int32_t local = 0;
+  int32_t& err = error ? *error : local;
+  err = 0;
+  tolerance = std::fabs(tolerance);
+  if (tolerance == 0.0 || !valid(x0) || std::isnan(x0)) {
+    err = 1;
+    return x0;
+  }
+  double x = x0;
+  double previous = 1.67e308;
+  int iterations = 0;
+  while (iterations < max_iterations) {
+    ++iterations;
+    double derivative = 0.0;
+    const double value = f(x, &derivative);
+    if (std::isnan(value) || std::fabs(previous - value) <= 1e-15) {
+      err = 1;
+      return x;
+    }
+    const double diff = target - value;
+    if (std::fabs(diff) <= tolerance) return x;
+    if (derivative == 0.0 || std::isnan(derivative)) {
+      err = 1;
+      return x;
+    }
+    double next = x + diff / derivative;
+    while (!valid(next) && iterations < max_iterations) {
+      next = (next + x) / 2.0;
+      ++iterations;
+    }
+    previous = value;
+    x = next;
+  }
+  err = 1;
+  return x;
+}
+
+// Bracketing search for f(x) = target on [lower, upper] (swapped when given
+// in the wrong order), absolute tolerance on |f - target|. Fails with error 1
+// and the overflow marker when the ends do not bracket a root, an end
+// evaluation is invalid, or the limit is below 1; an invalid evaluation
+// inside the loop ends it with error 1 and the current point. The two end
+// evaluations count as the first two iterations.
+template <class Eval>
+double bracket_solve(Eval&& f, double target, double lower, double upper, double tolerance,
+                     int max_iterations, int32_t* error) {
+  int32_t local = 0;
+  int32_t& err = error ? *error : local;
+  err = 0;
+  tolerance = std::fabs(tolerance);
+  if (lower > upper) std::swap(lower, upper);
+  if (max_iterations < 1) {
+    err = 1;
+    return kOverflowMarker;
+  }
+  double lo = lower, hi = upper;
+  const double f_lo = f(lo, nullptr);
+  if (std::isnan(f_lo)) {
+    err = 1;
+    return kOverflowMarker;
+  }
+  double g_lo = f_lo - target;
+  if (std::fabs(g_lo) <= tolerance) return lo;
+  const double f_hi = f(hi, nullptr);
+  if (std::isnan(f_hi)) {
+    err = 1;
+    return kOverflowMarker;
+  }
+  double g_hi = f_hi - target;
+  if (std::fabs(g_hi) <= tolerance) return hi;
+  if ((g_lo > 0.0) == (g_hi > 0.0)) {
+    err = 1;
+    return kOverflowMarker;
+  }
+  double x = hi;
+  for (int iteration = 2; iteration < max_iterations; ++iteration) {
+    const double width = hi - lo;
+    double next = hi - width * g_hi / (g_hi - g_lo);
+    // False position stalls when one end never moves; fall back to bisection
+    // whenever the step leaves the bracket or barely moves.
+    if (!(next > lo && next < hi) || std::fabs(next - x) < 0.001 * width) {
+      next = 0.5 * (lo + hi);
+    }
+    x = next;
+    const double fx = f(x, nullptr);
+    if (std::isnan(fx)) {
+      err = 1;
+      return x;
+    }
+    const double g = fx - target;
+    if (std::fabs(g) <= tolerance || width < tolerance) return x;
+    if ((g > 0.0) == (g_hi > 0.0)) {
+      hi = x;
+      g_hi = g;
+    } else {
+      lo = x;
+      g_lo = g;
+    }
+  }
+  err = 1;
+  return x;
+}
+
+}  // namespace kbond::engine
