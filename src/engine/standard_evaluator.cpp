@@ -40,10 +40,15 @@ double annuity_price(double yield, const bond_desc& desc, double* first_derivati
   const int32_t m = further_coupons(desc);
   const double c = (1.0 - desc.coupon_tax) * desc.current_rate() / f;
   if (std::fabs(yield) >= kFlatYield) {
-    const double vm = std::pow(v, m);
-    const double lead = c * safe_pow(v, t + 1.0) / (1.0 - v);
-    value += lead * (1.0 - vm);
-    weighted += lead * (t * (1.0 - vm) + 1.0 - (m + 1.0) * vm + v * (1.0 - vm) / (1.0 - v));
+    // 1 - v and 1 - v^m from log1p and expm1 keep their digits for yields
+    // near zero, where the annuity is a ratio of two small numbers.
+    const double one_minus_v = yield / f * v;
+    const double one_minus_vm =
+        base > 0.0 ? -std::expm1(-m * std::log1p(yield / f)) : 1.0 - std::pow(v, m);
+    const double vm = 1.0 - one_minus_vm;
+    const double lead = c * safe_pow(v, t + 1.0) / one_minus_v;
+    value += lead * one_minus_vm;
+    weighted += lead * (t * one_minus_vm + 1.0 - (m + 1.0) * vm + v * one_minus_vm / one_minus_v);
   } else {
     // At a zero yield every coupon counts in full, at times t+1 ... t+m.
     value += m * c;
