@@ -83,13 +83,13 @@ int32_t days_without_leap_day(int32_t start, int32_t end) {
     d1 = 28;
     --start;
   }
-  // Anniversary-style split: whole years of 365 days plus the stub from
-  // `start` to the day-and-month of `end` in the year that follows `start`.
+  // Anniversary-style split: whole years of 365 days plus the days from
+  // `start` to the first date on or after it with the day and month of `end`.
   const bool end_before_start_in_year = m2 < m1 || (m2 == m1 && d2 < d1);
   const int32_t year = end_before_start_in_year ? y1 + 1 : y1;
   const int32_t anniversary = date_to_serial(d2, m2, year);
 
-  // The last 29 February on or before anniversary - 1; one lies in the stub
+  // The last 29 February on or before anniversary - 1; one lies in that part year
   // when it is not before the start.
   const int32_t last_leap_day = schedule_date(anniversary - 1, 0, 12, kFeb29_1904, 1, nullptr);
   int32_t leap_day_day = 0, unused_month, unused_year;
@@ -132,29 +132,29 @@ double year_fraction(int32_t start, int32_t end, int32_t code) noexcept {
   if (serial_to_date(start, &d1, &m1, &y1) != 0 || serial_to_date(end, &d2, &m2, &y2) != 0)
     return 0.0;
 
-  // Whole years up to the last anniversary of the start, then the stub.
+  // Whole years up to the last anniversary of the start, then the part year.
   const bool end_before_start_in_year = m2 < m1 || (m2 == m1 && d2 < d1);
   const int32_t anniversary_year = end_before_start_in_year ? y2 - 1 : y2;
   const double whole_years = anniversary_year - y1;
   const int32_t anniversary = date_to_serial(d1, m1, anniversary_year);
-  const int32_t stub = day_count(anniversary, end, code, nullptr);
+  const int32_t part_days = day_count(anniversary, end, code, nullptr);
 
   switch (code) {
     case 1: case 2: case 4: case 7: case 9: case 11:
-      return whole_years + stub * kOver360;
+      return whole_years + part_days * kOver360;
     case 3: case 5: case 6: case 8: case 10: case 12:
-      return whole_years + stub * kOver365;
+      return whole_years + part_days * kOver365;
     case 14:
-      if (anniversary_year != y2) {  // the stub crosses a year end
+      if (anniversary_year != y2) {  // the part year crosses a year end
         const int32_t new_year = date_to_serial(1, 1, anniversary_year + 1);
         return whole_years +
                static_cast<double>(day_count(anniversary, new_year, code, nullptr)) /
                    days_in_year(anniversary_year) +
                static_cast<double>(day_count(new_year, end, code, nullptr)) / days_in_year(y2);
       }
-      return whole_years + static_cast<double>(stub) / days_in_year(y2);
+      return whole_years + static_cast<double>(part_days) / days_in_year(y2);
     default:
-      return whole_years + static_cast<double>(stub) / days_in_year(y2);
+      return whole_years + static_cast<double>(part_days) / days_in_year(y2);
   }
 }
 

@@ -134,7 +134,7 @@ TEST(YearBasis, ByCode) {
 
 // The 360 and 365 fractions are formed with the double reciprocals, so the
 // expected values are built the same way and compared exactly.
-TEST(YearFraction, WholeYearsPlusStub) {
+TEST(YearFraction, WholeYearsPlusPartYear) {
   constexpr double k365 = 0.0027397260273972603, k360 = 0.002777777777777778;
   EXPECT_EQ(year_fraction(S(1, 1, 2000), S(1, 7, 2001), 5), 1.0 + 181 * k365);
   EXPECT_EQ(year_fraction(S(15, 1, 2001), S(15, 7, 2003), 1), 2.0 + 180 * k360);
@@ -151,7 +151,7 @@ TEST(YearFraction, CalendarYearLengths) {
   EXPECT_DOUBLE_EQ(year_fraction(S(1, 7, 2003), S(1, 7, 2004), 14), 1.0);
   EXPECT_DOUBLE_EQ(year_fraction(S(1, 10, 2003), S(1, 3, 2004), 14), 92.0 / 365 + 60.0 / 366);
   EXPECT_DOUBLE_EQ(year_fraction(S(1, 1, 2004), S(1, 7, 2004), 14), 182.0 / 366);
-  // act/act and unknown codes use the end year's length for the stub.
+  // act/act and unknown codes use the end year's length for the part year.
   EXPECT_DOUBLE_EQ(year_fraction(S(1, 10, 2003), S(1, 3, 2004), 0), 152.0 / 366);
   EXPECT_DOUBLE_EQ(year_fraction(S(1, 10, 2003), S(1, 3, 2004), 77), 152.0 / 366);
 }
