@@ -62,4 +62,8 @@ int32_t apply_danish_rule(int32_t code, int32_t settlement) noexcept;
 // 17 -> 12, 22 -> 20. Other codes unchanged.
 int32_t accrual_substitute(int32_t code) noexcept;
 
+// When exactly one coupon period remains: code 22 becomes 20, and 22, 220
+// and 380 accrue actual/365 (code 5). Other codes unchanged.
+void apply_single_period_rule(int32_t* base, int32_t* accrual_basis) noexcept;
+
 }  // namespace kbond::engine
