@@ -24,7 +24,7 @@ namespace kbond::engine {
 inline constexpr int32_t kSerial1Nov1998 = 36099;
 inline constexpr int32_t kSerial1Jan1999 = 36160;
 inline constexpr int32_t kSerial10May1999 = 36289;
-inline constexpr int32_t kSerial8Feb2001 = 36930;
+inline constexpr int32_t kSerial8Feb2001 = 36929;
 
 // Base code of `code` and its name; -1 and "unknown bond" when unknown.
 int32_t bond_type_name(int32_t code, const char** name) noexcept;
