@@ -53,6 +53,8 @@ TEST(CustomTypeConcurrency, ReadersSeeWholeDefinitionsWhileWritersRedefine) {
         const int32_t code = kFirst + i % kCodes;
         const int32_t v = (w * 500 + i) % 997 + 1;
         if (define_version(code, v) != code) write_failures.fetch_add(1);
+        // Spread the writes over the readers' whole run.
+        std::this_thread::sleep_for(std::chrono::microseconds(100));
       }
     });
   }
@@ -66,7 +68,12 @@ TEST(CustomTypeConcurrency, ReadersSeeWholeDefinitionsWhileWritersRedefine) {
             lock_failures.fetch_add(1);
             continue;
           }
+          // Two reads with a pause between must agree: nobody may write
+          // while a reader is inside.
+          const int32_t before = bond_type_mm_basis(code, 0);
           if (!read_consistent(code)) torn.fetch_add(1);
+          std::this_thread::yield();
+          if (!read_consistent(code) || bond_type_mm_basis(code, 0) != before) torn.fetch_add(1);
           reads.fetch_add(1);
         }
         // Let the readers' count fall to zero now and then, as between
