@@ -47,7 +47,7 @@ int32_t bond_type_exdiv_date(int32_t coupon_date, int32_t base, const dates::Bus
                              const CustomType* override_record) noexcept;
 
 // Market adjustments of the accrued-day count before the accrued interest is
-// formed (Canadian 365/366 cap, Italian extra day, Portuguese rounding, a
+// formed (Canadian 363/frequency cap, Italian extra day, Portuguese rounding, a
 // custom slot's extra days). `regular_period` is true for a regular coupon
 // period (settlement position 0). Returns true when the days changed.
 bool bond_type_adjust_accrual_days(double* days, int32_t base, int32_t settlement,
