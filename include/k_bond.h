@@ -98,6 +98,83 @@ extern "C" {
 /* Straight bonds: price and accrued interest                               */
 /* ======================================================================== */
 
+/* Common bond arguments (shared by every straight-bond function; NULL
+** pointers select the bond type's or the library's default):
+**   coupons, n_coupons   coupon rates (decimal) per step; with one date:
+**                        {rate}, {rate, redemption%}, {rate, a, b} (ratio b/a)
+**   dates, n_dates       ascending coupon-change dates, last = maturity
+**   settlement           settlement date
+**   dated_date           start of interest accrual (NULL/0: derived)
+**   first_coupon         first coupon date (NULL/0: derived)
+**   type                 bond type code (NULL: 0, U.S. Treasury)
+**   frequency, n_frequency  [0] coupons per year (1,2,3,4,6,12),
+**                        [1] amortisations per year; 0 / absent: type default
+**   redemption           redemption value per 100 (default 100)
+**   coupon_tax           withholding tax on coupons, fraction (default 0)
+**   discount_tax         tax on the issue discount / capital gain (default 0)
+**   horizon              tax horizon: <= 24 months, > 24 days (default 12 months)
+**   issue_price          issue price per 100 (default 100)
+**   yield_method         -1..-6 select a yield method; other nonzero: business-
+**                        day payment dates; NULL/0: the type's convention
+**   bd_flags             bit 0 Saturday works, bit 1 Sunday works
+**   holidays, n_holidays ascending holiday serials for business-day rules
+**   factor               amortisation: <0 equal sinking fund over sink_dates,
+**                        (0,1] scheduled (1.0: outstanding computed), NULL/0 none
+**   sink_dates, n_sink   amortisation dates
+**   sink_ends, n_sink_ends  optional second date per amortisation date
+**   sink_amounts         amortisation amounts, fractions of initial face
+**   sink_premium         premium on each amortisation amount (default 0)
+**   exdiv_days           ex-dividend override: n < 1 calendar days added to the
+**                        coupon date, n >= 1 business days before it
+*/
+
+/* KVLbpr: clean price per 100 from a yield.
+**   yield   decimal fraction per year, compounded at the type's quotation
+**           frequency (annually for the "yields quoted annually" types)
+** Returns the clean price, rounded by type (types 0, 1: 6 decimals; 2, 3, 16:
+** truncated to 3 decimals; 380: 5 decimals). Errors: 1 invalid description,
+** 401 vanishing denominator, -60 lock. Failure value -1.0 (divided by the
+** price factor of an amortising bond quoted on outstanding face). */
+KVL_EXPORT double KVL_API KVLbpr(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                 int32_t n_dates, int32_t settlement, double yield,
+                                 const int32_t* dated_date, const int32_t* first_coupon,
+                                 const int32_t* type, const int32_t* frequency, int32_t n_frequency,
+                                 const double* redemption, const double* coupon_tax,
+                                 const double* discount_tax, const int32_t* horizon,
+                                 const double* issue_price, const int32_t* yield_method,
+                                 const int32_t* bd_flags, const int32_t* holidays,
+                                 int32_t n_holidays, const double* factor,
+                                 const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbai1: accrued interest per 100 at settlement (negative when the bond
+** trades ex-dividend). Types 16, 17, 22 accrue as 2, 12, 20. Type 81 rounds
+** to 5 decimals of face, 290 to 6. Errors: 1, -60. Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbai1(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                  int32_t n_dates, int32_t settlement, const int32_t* dated_date,
+                                  const int32_t* first_coupon, const int32_t* type,
+                                  const int32_t* frequency, int32_t n_frequency,
+                                  const double* coupon_tax, const double* factor,
+                                  const int32_t* sink_dates, int32_t n_sink,
+                                  const int32_t* sink_ends, int32_t n_sink_ends,
+                                  const double* sink_amounts, const double* sink_premium,
+                                  const int32_t* exdiv_days, const int32_t* bd_flags,
+                                  const int32_t* holidays, int32_t n_holidays, int32_t* error);
+
+/* KVLbai: KVLbai1 without the business-day arguments (no holidays,
+** Saturdays and Sundays are holidays). */
+KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                 int32_t n_dates, int32_t settlement, const int32_t* dated_date,
+                                 const int32_t* first_coupon, const int32_t* type,
+                                 const int32_t* frequency, int32_t n_frequency,
+                                 const double* coupon_tax, const double* factor,
+                                 const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 const int32_t* exdiv_days, int32_t* error);
+
 /* ---- end of straight bonds: price and accrued interest ---- */
 
 
