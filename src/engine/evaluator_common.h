@@ -13,9 +13,8 @@
 #include <cmath>
 #include <cstdint>
 
-#include "dates/date_serial.h"
-#include "dates/month_arithmetic.h"
 #include "engine/bond_desc.h"
+#include "engine/coupon_schedule.h"
 #include "engine/safe_math.h"
 
 namespace kbond::engine {
@@ -48,25 +47,19 @@ inline bool has_broken_last_period(const bond_desc& desc) noexcept {
   return desc.partial_period != 0 && desc.position != kNoGridDateLeft;
 }
 
-// The coupon grid: the anchor stepped by whole periods, each date computed
-// from the anchor so that a day clamped at one month's end does not drift.
+// The coupon grid dates after the next coupon date, by their index on the
+// grid (anchor + j periods), so that a day clamped at a month's end does
+// not drift from one coupon to the next.
 class CouponGrid {
  public:
-  explicit CouponGrid(const bond_desc& desc) noexcept
-      : anchor_(desc.anchor > 0 ? desc.anchor : desc.maturity),
-        months_(desc.months_per_period),
-        eom_(desc.eom && dates::is_end_of_month(anchor_) ? 1 : 0) {
-    dates::schedule_date(desc.next_coupon, 0, months_, anchor_, desc.eom, &next_index_);
+  explicit CouponGrid(const bond_desc& desc) noexcept : desc_(desc) {
+    grid_on_or_before(desc, desc.next_coupon, &next_index_);
   }
   // The k-th grid date after the next coupon date.
-  int32_t after_next_coupon(int32_t k) const noexcept {
-    return dates::add_months(anchor_, (next_index_ + k) * months_, eom_);
-  }
+  int32_t after_next_coupon(int32_t k) const noexcept { return grid_date(desc_, next_index_ + k); }
 
  private:
-  int32_t anchor_;
-  int32_t months_;
-  int32_t eom_;
+  const bond_desc& desc_;
   int32_t next_index_ = 0;
 };
 
