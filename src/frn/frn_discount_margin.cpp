@@ -54,14 +54,12 @@ bool DiscountMarginTerms::value(double margin, double* out) const noexcept {
   return true;
 }
 
-double discount_margin(const FrnSchedule& s, const MarginMarket& m, int32_t& err) noexcept {
-  const DiscountMarginTerms terms = discount_margin_terms(s, m);
-  double margin = m.quoted_margin;
+double search_discount_margin(const DiscountMarginTerms& terms, double start, int iterations,
+                              int32_t& err) noexcept {
+  double margin = start;
   double step = 0.1;
   bool went_up = false, went_down = false, halving = false;
-  // A fixed 48 steps: the step stays 0.1 until the search has moved both
-  // ways, then halves at every step, ending near 1e-15.
-  for (int iteration = 0; iteration < 48; ++iteration) {
+  for (int iteration = 0; iteration < iterations; ++iteration) {
     double value = 0.0;
     if (!terms.value(margin, &value)) {
       err = 400;
@@ -88,6 +86,12 @@ double discount_margin(const FrnSchedule& s, const MarginMarket& m, int32_t& err
     }
   }
   return margin;
+}
+
+double discount_margin(const FrnSchedule& s, const MarginMarket& m, int32_t& err) noexcept {
+  // A fixed 48 steps: the step stays 0.1 until the search has moved both
+  // ways, then halves at every step, ending near 1e-15.
+  return search_discount_margin(discount_margin_terms(s, m), m.quoted_margin, kDiscountMarginSteps, err);
 }
 
 }  // namespace kbond::frn

@@ -38,6 +38,15 @@ struct DiscountMarginTerms {
 };
 DiscountMarginTerms discount_margin_terms(const FrnSchedule& schedule, const MarginMarket& market) noexcept;
 
+inline constexpr int kDiscountMarginSteps = 48;
+
+// The step search from `start`: a move up by the step while the value is
+// above the target, down otherwise (equal included); the step of 0.1 halves
+// after every move once the search has moved both ways. Error 400 stops it
+// and returns the margin reached.
+double search_discount_margin(const DiscountMarginTerms& terms, double start, int iterations,
+                              int32_t& err) noexcept;
+
 // Step search of 48 iterations from the quoted margin; error 400 stops it and
 // returns the margin reached.
 double discount_margin(const FrnSchedule& schedule, const MarginMarket& market, int32_t& err) noexcept;
