@@ -376,7 +376,7 @@ KVL_EXPORT int32_t KVL_API KVLfreefrntype(int32_t handle);
 ** par spread over the life, with the current period's fixed coupon:
 **   quoted_margin + [t1 (current_coupon - index_rate - quoted_margin)
 **                    + (1 - price/100)] / T,
-** t1 the stub to the next coupon in accrual years, T the life in years of
+** t1 the time to the next coupon in accrual years, T the life in years of
 ** the type's year length.
 **   maturity, settlement   date serials (settlement >= 1)
 **   current_coupon         rate fixed for the current period (decimal)
@@ -397,7 +397,7 @@ KVL_EXPORT double KVL_API KVLtfrnsm(int32_t type, int32_t maturity, int32_t sett
 /* Discount margin (decimal per year): the margin d over the index at which
 ** the redemption and the projected coupons (index_rate + quoted_margin),
 ** compounded at the type's frequency to the next coupon date, and the
-** current coupon, discounted over the stub at stub_rate + d with simple
+** current coupon, discounted to settlement at stub_rate + d with simple
 ** interest, give the dirty price. Found by a fixed 48-step search from
 ** quoted_margin (step 0.1, halving after the first reversal).
 **   stub_rate   money-market rate from settlement to the next coupon date

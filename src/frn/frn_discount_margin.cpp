@@ -38,9 +38,9 @@ DiscountMarginTerms discount_margin_terms(const FrnSchedule& s, const MarginMark
   return t;
 }
 
-// value(d) = [v^n + c v (1 - v^n) / (1 - v) + c0] / (1 + t1 (stub + d)),
+// value(d) = [v^n + c v (1 - v^n) / (1 - v) + c0] / (1 + t1 (stub_rate + d)),
 // v = 1 / (1 + (index + d) / ppy): the redemption and the projected coupons
-// discounted to the next coupon date at index + d, then over the stub at the
+// discounted to the next coupon date at index + d, then back to settlement at the
 // money-market rate + d.
 bool DiscountMarginTerms::value(double margin, double* out) const noexcept {
   const double growth = 1.0 + (index_rate + margin) / periods_per_year;

@@ -4,8 +4,8 @@
 // spread evenly over the remaining life, with the current period's known
 // coupon compared to the index. Discount margin: the margin over the index
 // that discounts the note's projected coupons (index + quoted margin) and
-// redemption, with the stub to the next coupon discounted at the money-market
-// stub rate plus margin, back to the dirty price.
+// redemption, with the time to the next coupon discounted at the money-market
+// rate plus margin, back to the dirty price.
 #pragma once
 #include <cstdint>
 
