@@ -43,15 +43,21 @@ inline bool ilg_single_flow(const IlgDesc& desc) noexcept {
 // Calls on_flow(payment_date, amount, periods) for each coupon row, amounts
 // as fractions of par and periods counted in half-years from settlement on
 // the quasi-coupon grid. Returns the redemption factor (redemption per unit
-// of par); the redemption is paid with the last row.
-template <class OnFlow>
+// of par); the redemption is paid with the last row. Valuation, which needs
+// no dates, passes kWithDates = false and receives 0 for every date.
+template <bool kWithDates = true, class OnFlow>
 double visit_ilg_flows(const IlgDesc& desc, OnFlow&& on_flow) noexcept {
   const CouponPeriod& p = desc.period;
-  const dates::BusinessCalendar& cal = desc.calendar;
-  const bool adjust = desc.pay_on_business_day;
+  auto paid = [&](int32_t date) {
+    if constexpr (kWithDates) {
+      return payment_date(date, desc.pay_on_business_day, desc.calendar);
+    } else {
+      return date & 0;
+    }
+  };
   const double to_next = static_cast<double>(p.next - desc.settlement) /
                          static_cast<double>(p.next - p.quasi_start);
-  on_flow(payment_date(p.next, adjust, cal), desc.ex_dividend ? 0.0 : desc.next_coupon_amount,
+  on_flow(paid(p.next), desc.ex_dividend ? 0.0 : desc.next_coupon_amount,
           to_next);
 
   const double half_coupon = 0.5 * desc.real_coupon;
@@ -66,13 +72,14 @@ double visit_ilg_flows(const IlgDesc& desc, OnFlow&& on_flow) noexcept {
   const double half_year_growth = std::sqrt(1.0 + desc.inflation);
   for (int32_t k = 1; k <= p.later_coupons; ++k) {
     factor *= half_year_growth;
-    const int32_t date = dates::add_months(p.next, k * kIlgMonthsPerPeriod, desc.end_of_month);
-    on_flow(payment_date(date, adjust, cal), half_coupon * factor, to_next + k);
+    const int32_t date =
+        kWithDates ? dates::add_months(p.next, k * kIlgMonthsPerPeriod, desc.end_of_month) : 0;
+    on_flow(paid(date), half_coupon * factor, to_next + k);
   }
   if (p.broken_final) {
     const int32_t months = dates::months_between(p.last_coupon, desc.maturity, desc.end_of_month, nullptr);
     factor *= std::pow(1.0 + desc.inflation, months / 12.0);
-    on_flow(payment_date(desc.maturity, adjust, cal), half_coupon * factor * p.final_fraction,
+    on_flow(paid(desc.maturity), half_coupon * factor * p.final_fraction,
             to_next + p.later_coupons + p.final_fraction);
   }
   return factor;

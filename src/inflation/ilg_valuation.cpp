@@ -4,6 +4,7 @@
 
 #include "engine/safe_math.h"
 #include "engine/solvers.h"
+#include "inflation/grid_discount.h"
 #include "inflation/ilg_flows.h"
 
 namespace kbond::inflation {
@@ -36,14 +37,16 @@ double ilg_dirty_price(const IlgDesc& desc, double yield, double* derivative, in
     return -1.0;
   }
   const double log_v = -std::log(per_period) - 0.5 * std::log1p(desc.inflation);
-  double value = 0.0, weighted = 0.0, last_periods = 0.0;
-  const double redemption = visit_ilg_flows(desc, [&](int32_t, double amount, double periods) {
-    const double pv = amount * std::exp(periods * log_v);
+  GridDiscount discount(log_v);
+  double value = 0.0, weighted = 0.0, last_periods = 0.0, last_factor = 0.0;
+  const double redemption = visit_ilg_flows<false>(desc, [&](int32_t, double amount, double periods) {
+    last_factor = discount.at(periods);
+    const double pv = amount * last_factor;
     value += pv;
     weighted += periods * pv;
     last_periods = periods;
   });
-  const double redemption_pv = redemption * std::exp(last_periods * log_v);
+  const double redemption_pv = redemption * last_factor;
   value += redemption_pv;
   weighted += last_periods * redemption_pv;
   if (derivative != nullptr) *derivative = -100.0 * weighted / (2.0 * per_period);

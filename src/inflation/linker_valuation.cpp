@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "engine/solvers.h"
+#include "inflation/grid_discount.h"
 #include "inflation/linker_flows.h"
 
 namespace kbond::inflation {
@@ -13,18 +14,20 @@ int32_t linker_value(const LinkerDesc& desc, double yield, LinkerValue* value) n
   const double per_period = 1.0 + yield / f;
   if (!(per_period > 0.0) || !std::isfinite(yield)) return 1;
   const double log_v = -std::log(per_period) - std::log1p(desc.inflation) / f;
-  double pv_sum = 0.0, t_sum = 0.0, tt_sum = 0.0, last_periods = 0.0;
-  auto add = [&](double amount, double periods) {
-    const double pv = amount * std::exp(periods * log_v);
+  GridDiscount discount(log_v);
+  double pv_sum = 0.0, t_sum = 0.0, tt_sum = 0.0, last_periods = 0.0, last_factor = 0.0;
+  auto add = [&](double amount, double periods, double factor) {
+    const double pv = amount * factor;
     pv_sum += pv;
     t_sum += periods * pv;
     tt_sum += periods * (periods + 1.0) * pv;
   };
-  const double redemption = visit_linker_flows(desc, [&](int32_t, double amount, double periods) {
-    add(amount, periods);
+  const double redemption = visit_linker_flows<false>(desc, [&](int32_t, double amount, double periods) {
+    last_factor = discount.at(periods);
+    add(amount, periods, last_factor);
     last_periods = periods;
   });
-  add(redemption, last_periods);
+  add(redemption, last_periods, last_factor);
   // d(v^t)/dy = -t v^t / (f (1 + y/f)); the second derivative adds t(t+1).
   const double scale = f * per_period;
   value->dirty = 100.0 * pv_sum;
