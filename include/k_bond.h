@@ -91,12 +91,203 @@ extern "C" {
 /* Catalogue and library services                                           */
 /* ======================================================================== */
 
+/*
+** Bond type codes select a market's conventions. Each market has a base code
+** and usually an end-of-month variant (40 "Gilt", 41 the Gilt with the
+** end-of-month rule; 80 BTAN with variant 82). Codes 1000..1099 are types the
+** caller defines with KVLbcustom.
+*/
+
+/*
+** KVLbtype: the conventions of one bond type code.
+**   type           bond type code (base, variant or custom 1000..1099)
+**   frequency      receives the default coupons per year (-1: the type has
+**                  none, the caller must give it); NULL allowed
+**   daycount_name  receives the display name of the accrued day count
+**                  ("act/act", "30/360", ..., "unknown"), as of today and
+**                  with the type's own end-of-month rule; NULL allowed
+**   eom            receives 1 when the code has the end-of-month rule on by
+**                  default (variant codes), else 0; NULL allowed
+**   name           receives the type's name ("Gilt", "Eurobond", ...,
+**                  "User-customized bond"); NULL allowed
+**   error          receives 0, KVL_ERR_OUT_OF_SET (460) for an unknown code,
+**                  or KVL_ERR_LOCK (-60) when a custom code's lock could not
+**                  be had; NULL allowed
+** On error frequency and eom receive -1 and both names receive "error".
+** The strings are static; never free them.
+*/
+KVL_EXPORT void KVL_API KVLbtype(int32_t type, int32_t* frequency, const char** daycount_name, int32_t* eom, const char** name, int32_t* error);
+
+/*
+** KVLbtable: the whole catalogue of base codes 0..540 at once, one row per
+** base code in ascending order. Each argument (NULL allowed) receives a
+** pointer to a library-owned array; the caller must neither free nor change
+** them. The arrays are built on the first call and never change afterwards.
+**   codes           codes without the end-of-month rule (-1 when none)
+**   eom_codes       codes with the end-of-month rule (-1 when none)
+**   names           type names
+**   daycount_names  display names of the accrued day counts
+**   frequencies     default coupons per year
+**   exdiv_flags     one byte per row: 1 when the type has an ex-dividend
+**                   period, else 0
+** Returns the number of rows (64).
+*/
+KVL_EXPORT int32_t KVL_API KVLbtable(const int32_t** codes, const int32_t** eom_codes, const char* const** names, const char* const** daycount_names, const int32_t** frequencies, const char** exdiv_flags);
+
+/*
+** KVLbcustom: defines or redefines custom bond type `code` (1000..1099).
+** Every other argument may be NULL, which selects the default shown:
+**   accrual_basis    accrued day count: 0..6, 9..13 (default 0); 1 reads as
+**                    30/360(Feb) (7) when the end-of-month rule is on
+**   exdiv_basis      day count for negative (ex-dividend) accrued interest,
+**                    same set (default: the accrual basis when that was
+**                    given, else 0)
+**   eom              end-of-month rule default (default 1)
+**   frequency        coupons per year: 1, 2, 3, 4, 6, 12 (default 2)
+**   simple_final     price the final period at simple interest (default 1)
+**   yield_method     0 compound, 1 Japanese simple, 2 Braess, 3 Moosmueller,
+**                    4 act/365.25 exponent (default 0)
+**   accrual_days     days added to the accrued days (default 0)
+**   canadian_cap     1: a regular period accrues at most 363/frequency days
+**                    (default 0)
+**   mm_basis         money-market days per year, at least 1 (default 360)
+**   exdiv_days       ex-dividend period: n < 1 adds n calendar days to the
+**                    coupon date, n >= 1 steps n business days back
+**                    (default 0: none)
+**   yield_frequency  compounding periods per year of quoted yields:
+**                    0 (as the coupons), 1, 2, 3, 4, 6, 12 (default 0)
+** Returns the code, or -1 when the code is outside 1000..1099 (nothing
+** changes), the custom-type lock could not be had, or an argument lies
+** outside its set. In the last case the refused field keeps its previous
+** value while all other fields are written and the type becomes defined.
+*/
+KVL_EXPORT int32_t KVL_API KVLbcustom(int32_t code, const int32_t* accrual_basis, const int32_t* exdiv_basis, const int32_t* eom, const int32_t* frequency, const int32_t* simple_final, const int32_t* yield_method, const int32_t* accrual_days, const int32_t* canadian_cap, const int32_t* mm_basis, const int32_t* exdiv_days, const int32_t* yield_frequency);
+
+/*
+** KVLbond_initMT: prepares the library's locks. Call it once before calling
+** the library from several threads; calling it again is harmless. Without
+** it the locks are skipped (single-threaded use).
+*/
+KVL_EXPORT void KVL_API KVLbond_initMT(void);
+
+/*
+** KVLbondver: the library version, "v2002.0p0nt". The string is static;
+** never free it.
+*/
+KVL_EXPORT const char* KVL_API KVLbondver(void);
+
 /* ---- end of catalogue and library services ---- */
 
 
 /* ======================================================================== */
 /* Straight bonds: price and accrued interest                               */
 /* ======================================================================== */
+
+/* Common bond arguments (shared by every straight-bond function; NULL
+** pointers select the bond type's or the library's default):
+**   coupons, n_coupons   coupon rates (decimal) per step, coupons[i] in force
+**                        up to dates[i]. With a single date three forms:
+**                        {rate}; {rate, R} redeemed at R per 100 (e.g. 98.0);
+**                        {rate, a, b} redeemed at 100 * b / a. The form sets
+**                        the default of `redemption`; a given `redemption` wins.
+**   dates, n_dates       strictly ascending coupon-change dates, last = maturity
+**   settlement           settlement date (not after maturity)
+**   dated_date           start of interest accrual (NULL/0: derived)
+**   first_coupon         first coupon date (NULL/0: derived; a derived first
+**                        coupon within 27 days of maturity is maturity)
+**   type                 bond type code (NULL: 0, U.S. Treasury, end-of-month
+**                        rule on). The end-of-month rule follows the schedule
+**                        anchor: on when it is the 31st, off when it is not a
+**                        month end, the type's default otherwise.
+**   frequency, n_frequency  [0] coupons per year (1,2,3,4,6,12),
+**                        [1] amortisations per year (must divide [0]);
+**                        0 / absent: type default
+**   redemption           redemption value per 100 (default 100)
+**   coupon_tax           withholding tax on coupons, fraction (default 0)
+**   discount_tax         tax on the issue discount / capital gain (default 0)
+**   horizon              tax horizon: <= 24 months, > 24 days (default 12 months)
+**   issue_price          issue price per 100 (default 100)
+**   yield_method         -1..-6 select a yield method; other nonzero: business-
+**                        day payment dates; NULL/0: the type's convention
+**   bd_flags             bit 0 Saturday works, bit 1 Sunday works
+**   holidays, n_holidays ascending holiday serials for business-day rules
+**   factor               amortisation: NULL/0 none; < 0 equal repayments on
+**                        every amortisation date from the first sink date to
+**                        maturity; (0,1] a schedule in sink_dates/sink_amounts,
+**                        the outstanding factor at settlement (1.0: computed)
+**   sink_dates, n_sink   ascending amortisation dates; each schedule entry's
+**                        amount is repaid on every amortisation date (on the
+**                        coupon grid) until the next entry
+**   sink_ends, n_sink_ends  optional last date of each entry's run (0: open);
+**                        n_sink_ends must equal n_sink when used
+**   sink_amounts         amortisation amounts, fractions of initial face
+**   sink_premium         premium on each amortisation amount (default 0, >= 0)
+**   exdiv_days           ex-dividend override: n < 1 calendar days added to the
+**                        coupon date, n >= 1 business days before it
+** Dates are serials 1..1825000. Error 1 (KVL_ERR_INVALID) for any invalid
+** argument: negative counts, NULL arrays with positive counts, NaN or
+** infinite values, invalid or misordered dates, unknown type, frequency not
+** in {1,2,3,4,6,12}, a bond fully amortised by settlement. Custom types
+** (codes 1000..1099) hold the custom-type lock as readers: -60 when it cannot
+** be had. Amortising bonds are quoted per 100 of outstanding face.
+*/
+
+/* KVLbpr: clean price per 100 from a yield.
+**   yield   decimal fraction per year, compounded at the type's quotation
+**           frequency (annually for the "yields quoted annually" types;
+**           re-expressed at the coupon frequency when more than one period
+**           remains)
+** Returns the clean price, rounded by type (types 0, 1: 6 decimals; 2, 3, 16:
+** cleaned at 8 decimals, then truncated to 3; 380: 5 decimals; others
+** unrounded). An amortising bond's price is per 100 of outstanding face.
+** Errors: 1 invalid description or non-finite yield, 401 vanishing
+** denominator, -60 lock. Failure value -1.0 (divided by the outstanding
+** factor of an amortising bond, then rounded; test the error code). */
+KVL_EXPORT double KVL_API KVLbpr(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                 int32_t n_dates, int32_t settlement, double yield,
+                                 const int32_t* dated_date, const int32_t* first_coupon,
+                                 const int32_t* type, const int32_t* frequency, int32_t n_frequency,
+                                 const double* redemption, const double* coupon_tax,
+                                 const double* discount_tax, const int32_t* horizon,
+                                 const double* issue_price, const int32_t* yield_method,
+                                 const int32_t* bd_flags, const int32_t* holidays,
+                                 int32_t n_holidays, const double* factor,
+                                 const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbai1: accrued interest per 100 of (outstanding) face at settlement,
+** negative when the bond trades ex-dividend (Gilts, Australian, Swedish,
+** Norwegian and other markets with an ex-dividend period; `exdiv_days`
+** overrides the market's rule, using `holidays` and `bd_flags` for business
+** days). Arguments as the common bond arguments; redemption, discount tax,
+** horizon, issue price and yield method do not affect accrued interest and
+** are not taken. Types 16, 17 and 22 accrue as 2, 12 and 20. Rounding: type
+** 81 to 5 decimals of face, 290 to 6, others unrounded. Errors: 1 invalid
+** description, -60 lock. Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbai1(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                  int32_t n_dates, int32_t settlement, const int32_t* dated_date,
+                                  const int32_t* first_coupon, const int32_t* type,
+                                  const int32_t* frequency, int32_t n_frequency,
+                                  const double* coupon_tax, const double* factor,
+                                  const int32_t* sink_dates, int32_t n_sink,
+                                  const int32_t* sink_ends, int32_t n_sink_ends,
+                                  const double* sink_amounts, const double* sink_premium,
+                                  const int32_t* exdiv_days, const int32_t* bd_flags,
+                                  const int32_t* holidays, int32_t n_holidays, int32_t* error);
+
+/* KVLbai: KVLbai1 without the business-day arguments (no holidays,
+** Saturdays and Sundays are holidays). Same errors and failure value. */
+KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                 int32_t n_dates, int32_t settlement, const int32_t* dated_date,
+                                 const int32_t* first_coupon, const int32_t* type,
+                                 const int32_t* frequency, int32_t n_frequency,
+                                 const double* coupon_tax, const double* factor,
+                                 const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 const int32_t* exdiv_days, int32_t* error);
 
 /* ---- end of straight bonds: price and accrued interest ---- */
 
