@@ -510,6 +510,168 @@ KVL_EXPORT void KVL_API KVLfrncshflw_free(int32_t* dates, double* amounts);
 /* Inflation-linked bonds                                                   */
 /* ======================================================================== */
 
+/*
+** Index-linked gilts (8-month indexation lag): KVLilg...
+**
+** Coupons and redemption are scaled by an index ratio; the next coupon is
+** already fixed and passed in cash, later flows are projected from
+** latest_index / base_index at an assumed annual inflation rate. Prices are
+** cash (inflation-adjusted) clean prices per 100 nominal; yields are real
+** yields, semi-annual. Valuation follows the UK Debt Management Office's
+** formula: the projected flows are discounted on the quasi-coupon grid at
+** v = 1 / ((1 + y/2) * sqrt(1 + inflation)); with only the redemption left
+** the price is a money-market one, 100 * (coupon + redemption) / (1 + t*y),
+** t = actual days to the (adjusted) redemption / 365. Gilts go ex-dividend
+** seven business days before the coupon: then the next coupon is not
+** received and the accrued interest is negative.
+**
+** Common arguments:
+**   real_coupon          annual coupon rate before indexation (0.025 = 2.5 %), > 0
+**   next_coupon_amount   cash amount of the next coupon per 100 nominal, > 0
+**   base_index, latest_index   index values (> 0); their ratio is the known index ratio
+**   maturity, settlement date serials; settlement <= maturity
+**   previous_coupon, next_coupon   optional (NULL or 0: from the semi-annual
+**                        schedule anchored at maturity; a next coupon within
+**                        27 days of maturity becomes the maturity)
+**   inflation            optional assumed annual inflation (NULL: 0.03), > -0.5
+**   pay_on_business_day  optional; 1 moves payment dates to the following business day
+**   holiday_options      optional; bit 1 Saturday works, bit 2 Sunday works
+**   holidays, holiday_count   ascending holiday serials (count >= 0)
+**   ex_dividend_override optional n: n >= 1 n business days before the
+**                        coupon, n < 1 the coupon date plus n calendar days
+**   end_of_month         optional end-of-month rule of the schedule (a maturity
+**                        on the 31st turns it on, one off a month end off)
+**   extra_date           ("2" variants, optional) a date in the month whose
+**                        index is latest_index; NULL or 0: the month two
+**                        months before settlement
+**   reserved             ignored
+** Every failure sets error 1 (-50 when memory is not available) and returns -1.0
+** (0 rows for the cash-flow functions).
+*/
+
+/* Clean price per 100 nominal at real yield `yield`: the dirty price
+** rounded to 6 decimals less the accrued interest. -100.0 when the
+** money-market denominator vanishes. */
+KVL_EXPORT double KVL_API KVLilgpr(double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* KVLilgpr with the month of the latest index given by `extra_date`. */
+KVL_EXPORT double KVL_API KVLilgpr2(double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, double yield, const int32_t* extra_date, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Real yield (decimal, semi-annual) from the clean price per 100 nominal. */
+KVL_EXPORT double KVL_API KVLilgyld(double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, double price, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* KVLilgyld with the month of the latest index given by `extra_date`. */
+KVL_EXPORT double KVL_API KVLilgyld2(double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, double price, const int32_t* extra_date, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Accrued interest per 100 nominal, rounded to 6 decimals: the next coupon
+** times accrued days / days of the period, less the coupon when ex-dividend. */
+KVL_EXPORT double KVL_API KVLilgai(double real_coupon, double next_coupon_amount, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t* error);
+
+/* Projected cash flows. Allocates the payment dates (*dates_out) and the
+** coupon amounts per 100 nominal (*amounts_out): the next coupon (0 when
+** ex-dividend), the later coupons and a short final coupon at maturity. The
+** projected redemption per 100 goes to *redemption_out. Each output may be
+** NULL (that column is not made). Returns the number of rows; free the
+** columns with KVLilgcshflw_free. */
+KVL_EXPORT int32_t KVL_API KVLilgcshflw(int32_t** dates_out, double** amounts_out, double* redemption_out, double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* KVLilgcshflw with the month of the latest index given by `extra_date`. */
+KVL_EXPORT int32_t KVL_API KVLilgcshflw2(int32_t** dates_out, double** amounts_out, double* redemption_out, double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, const int32_t* extra_date, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Frees the two columns returned by KVLilgcshflw / KVLilgcshflw2 (NULL is
+** harmless). The same function as KVLfrncshflw_free. */
+KVL_EXPORT void KVL_API KVLilgcshflw_free(int32_t* dates, double* amounts);
+
+/*
+** U.S. inflation-indexed securities (TIPS, semi-annual): KVLtips...
+** French inflation-indexed OATs (OATi, annual): KVLoati...
+**
+** The reference index at a date is the one index value given, or, with the
+** values I0, I1 of two consecutive months, I0 + (day - 1) / days_in_month *
+** (I1 - I0) rounded to 5 decimals (the Treasury's Ref CPI). The index ratio
+** is settlement reference / base reference, rounded to 5 decimals. Prices
+** are real clean prices per 100 (the Treasury's formula, 31 CFR 356
+** Appendix B; the French Treasury's for OATi) from a real yield compounded
+** at the coupon frequency; the projected inflation-adjusted flows are
+** discounted at (1 + y/f) * (1 + inflation)^(1/f) per period and the result
+** divided by the index ratio. Later index ratios grow at the assumed
+** inflation and are rounded to 5 decimals; the principal is never repaid
+** below par. No ex-dividend period.
+**
+** Common arguments:
+**   coupon               real coupon rate in percent (1.875 = 1.875 %), > 0
+**   base_index, base_count   1 value (the base reference index) or 2 (the
+**                        index values of the dated date's month pair)
+**   settlement_index, settlement_index_count   1 or 2 values likewise, at settlement
+**   maturity, settlement date serials; settlement <= maturity
+**   yield                real yield, decimal, compounded at the coupon frequency
+**   option_a             optional; 1 moves payment dates (cash-flow table) to
+**                        the following business day
+**   next_coupon_amount   optional, percent of par, inflation-adjusted; when
+**                        given the next coupon is fixed at it, otherwise it is
+**                        projected from the latest settlement index value
+**   option_b             price basis: 0 real clean price, 1 inflation-adjusted clean price
+**   previous_coupon, next_coupon   optional (NULL or 0: from the schedule anchored at maturity)
+**   inflation            optional assumed annual inflation (NULL: 0.03), > -0.5
+**   option_c             optional dated date of the base reference index
+**                        (NULL or 0: the maturity's day of month)
+**   holiday_options      optional; bit 1 Saturday works, bit 2 Sunday works
+**   holidays, holiday_count   ascending holiday serials (count >= 0)
+**   end_of_month         optional end-of-month rule of the schedule
+**   reserved             ignored
+** Errors: 70 a base count above 2 or a settlement count of 3 or more (checked
+** first); 50 a NULL index pointer; 1 any other invalid argument or a failed
+** yield search; 152/153 bad month/year in an index interpolation; -50 memory.
+** Failure value -1.0 (0 rows for the cash-flow functions).
+*/
+
+/* Real clean price per 100 (option_b = 1: inflation-adjusted), 3 decimals. */
+KVL_EXPORT double KVL_API KVLtipspr(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Real yield from the clean price per 100 (in the basis option_b selects). */
+KVL_EXPORT double KVL_API KVLtipsyld(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double price, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Inflation-adjusted accrued interest per 100, 6 decimals: accrued days /
+** days of the period * coupon / 2 * index ratio. A NULL index pointer
+** stands for a reference index of 100 (one value). */
+KVL_EXPORT double KVL_API KVLtipsai(double coupon, int32_t maturity, int32_t settlement, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t* error);
+
+/* Projected inflation-adjusted cash flows per 100: one row per coupon date,
+** the redemption (index ratio floored at 1) added to the last row. Each
+** output may be NULL. Returns the number of rows; free with KVLtipscshflw_free. */
+KVL_EXPORT int32_t KVL_API KVLtipscshflw(int32_t** dates_out, double** amounts_out, double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Modified duration in years: -(dP/dy) / dirty price. Not rounded. */
+KVL_EXPORT double KVL_API KVLtipsdur(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Convexity in years squared: (d2P/dy2) / dirty price. Not rounded. */
+KVL_EXPORT double KVL_API KVLtipsconv(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Frees the columns of KVLtipscshflw (NULL is harmless); same as KVLfrncshflw_free. */
+KVL_EXPORT void KVL_API KVLtipscshflw_free(int32_t* dates, double* amounts);
+
+/* OATi clean price: the inflation-adjusted dirty value cut at 6 decimals,
+** less the accrued interest, divided by the index ratio (option_b = 0), 3 decimals. */
+KVL_EXPORT double KVL_API KVLoatipr(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* OATi real yield (annual) from the clean price per 100. */
+KVL_EXPORT double KVL_API KVLoatiyld(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double price, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* OATi inflation-adjusted accrued interest per 100 (as KVLtipsai, annual coupon). */
+KVL_EXPORT double KVL_API KVLoatiai(double coupon, int32_t maturity, int32_t settlement, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t* error);
+
+/* OATi projected cash flows (as KVLtipscshflw); free with KVLoaticshflw_free. */
+KVL_EXPORT int32_t KVL_API KVLoaticshflw(int32_t** dates_out, double** amounts_out, double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* OATi modified duration in years. Not rounded. */
+KVL_EXPORT double KVL_API KVLoatidur(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* OATi convexity in years squared. Not rounded. */
+KVL_EXPORT double KVL_API KVLoaticonv(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Frees the columns of KVLoaticshflw (NULL is harmless); same as KVLfrncshflw_free. */
+KVL_EXPORT void KVL_API KVLoaticshflw_free(int32_t* dates, double* amounts);
+
 /* ---- end of inflation-linked bonds ---- */
 
 
