@@ -189,6 +189,63 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 /* Bond futures: conversion factors, carry, forward, implied repo           */
 /* ======================================================================== */
 
+/* Conversion factors. A contract code names the exchange's rule:
+**    0 CBOT Treasury bond / 10-year note (quarterly method)
+**    1 CBOT 2- and 5-year notes (monthly method)
+**   60, 61 CBOT 10-year, 5-year notes; 70, 71 the same at a 6.5 % notional
+**    2, 22 LIFFE long, medium gilt (closed form, 7 dp)
+**   34, 35 LIFFE long, medium gilt priced as gilts; 3, 31, 32, 33, 36, 37
+**          MATIF notional contracts on OATs
+**    4 TSE JGB (truncated to 6 dp)      7 Montreal CGB
+**    5, 15-18, 20 contracts delivered on the 10th (Bund, Bobl, Schatz, Buxl)
+**    6, 45-47 BTP contracts             8, 9, 11 MEFF Spanish bond contracts
+**   10 MEFF 10 % notional bono          25, 26 Belfox Belgian bond contracts
+**   40 7th-of-month 7 % contract        41, 42 OM Swedish bond contracts
+**   50, 51 third-Wednesday annual contracts   55 Porto Portuguese contract
+** Any other code gives error 900.
+**
+** KVLbfact1: conversion factor (a number near 1) of a bond for a contract.
+**   coupon         annual coupon rate of the bond, decimal
+**   maturity       maturity date
+**   delivery       a date in the delivery month (some contracts use it as
+**                  the delivery day when it is later than their own)
+**   contract       contract code (NULL: 0)
+**   holidays, n_holidays  ascending holiday serials for the delivery-day
+**                  business-day rules (NULL / 0: none)
+**   weekend_flag   nonzero: Saturday is a business day (NULL: 0)
+**   adjust_flag    nonzero: Sunday is a business day (NULL: 0)
+**   extra_option   contracts 2 and 22 only: ex-dividend period of the gilt,
+**                  n < 1 calendar days added to the coupon date, n >= 1
+**                  business days before it (NULL: the Gilt rule)
+**   dated_date, first_coupon  coupon-date arguments of KVLbpr, handed to
+**                  the bond price by the price-based contracts
+**   notional       override of the notional coupon, decimal (NULL: the
+**                  contract's); error 920 for zero or below under codes 0,
+**                  1, 4, 7, 40, 41, 42, 50, 51, 60, 61, 70, 71, for below
+**                  zero under the others
+**   check_eligibility  NULL or nonzero: error 910 for a bond outside the
+**                  contract's deliverable maturities; 0: factor regardless
+** Errors: 150 bad date, 160 reference date after maturity, 900 unknown
+** contract, 910 not deliverable, 920 notional out of range, 1 non-finite
+** coupon or a price-based factor whose bond description is invalid.
+** Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbfact1(double coupon, int32_t maturity, int32_t delivery,
+                                    const int32_t* contract, const int32_t* holidays,
+                                    int32_t n_holidays, const int32_t* weekend_flag,
+                                    const int32_t* adjust_flag, const int32_t* extra_option,
+                                    const int32_t* dated_date, const int32_t* first_coupon,
+                                    const double* notional, const int32_t* check_eligibility,
+                                    int32_t* error);
+
+/* KVLbfact: KVLbfact1 with the contract's own notional coupon and the
+** eligibility check on. */
+KVL_EXPORT double KVL_API KVLbfact(double coupon, int32_t maturity, int32_t delivery,
+                                   const int32_t* contract, const int32_t* holidays,
+                                   int32_t n_holidays, const int32_t* weekend_flag,
+                                   const int32_t* adjust_flag, const int32_t* extra_option,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   int32_t* error);
+
 /* ---- end of bond futures ---- */
 
 
