@@ -158,17 +158,22 @@ TEST(UsTreasuryFactor, EligibilityAtTheEdges) {
   call.run();
   EXPECT_EQ(call.error, 0);
 
-  // 100 months: outside both baskets, but computed with the check off.
-  call.maturity = serial(2018, 7, 1);
+  // 130 months: between the note and bond baskets, but computed with the
+  // check off (and 100 months likewise).
+  call.maturity = serial(2021, 1, 1);
   const int32_t off = 0;
   call.check = &off;
   const double f = call.run();
   EXPECT_EQ(call.error, 0);
-  expect_rounded_4(f, cme_factor(0.06, 0.06, 100, true));
+  expect_rounded_4(f, cme_factor(0.06, 0.06, 130, true));
   const int32_t on = 1;
   call.check = &on;
   call.run();
   EXPECT_EQ(call.error, 910);
+  call.check = &off;
+  call.maturity = serial(2018, 7, 1);
+  expect_rounded_4(call.run(), cme_factor(0.06, 0.06, 100, true));
+  EXPECT_EQ(call.error, 0);
 }
 
 // The two-year basket is 21 months up to, not including, 25.
