@@ -58,8 +58,9 @@ TEST(PriceBasedFactor, SpanishContractAcceptsZeroNotional) {
   call.notional = &zero;
   const double f = call.run();
   EXPECT_EQ(call.error, 0);
-  // Accrued for one day (act/act, annual) is subtracted from 1 + 9 x 4 %.
-  EXPECT_NEAR(f, 1.36 - 0.04 * 1.0 / 365.0, 1e-6);
+  // Settling the day before the 16 June coupon: ten coupons and par are
+  // left, less the accrued 364/365 of a coupon (act/act, annual).
+  EXPECT_NEAR(f, 1.0 + 10 * 0.04 - 0.04 * 364.0 / 365.0, 1e-6);
   call.contract = 0;
   call.run();
   EXPECT_EQ(call.error, 920);
