@@ -91,6 +91,91 @@ extern "C" {
 /* Catalogue and library services                                           */
 /* ======================================================================== */
 
+/*
+** Bond type codes select a market's conventions. Each market has a base code
+** and usually an end-of-month variant (40 "Gilt", 41 the Gilt with the
+** end-of-month rule; 80 BTAN with variant 82). Codes 1000..1099 are types the
+** caller defines with KVLbcustom.
+*/
+
+/*
+** KVLbtype: the conventions of one bond type code.
+**   type           bond type code (base, variant or custom 1000..1099)
+**   frequency      receives the default coupons per year (-1: the type has
+**                  none, the caller must give it); NULL allowed
+**   daycount_name  receives the display name of the accrued day count
+**                  ("act/act", "30/360", ..., "unknown"), as of today and
+**                  with the type's own end-of-month rule; NULL allowed
+**   eom            receives 1 when the code has the end-of-month rule on by
+**                  default (variant codes), else 0; NULL allowed
+**   name           receives the type's name ("Gilt", "Eurobond", ...,
+**                  "User-customized bond"); NULL allowed
+**   error          receives 0, KVL_ERR_OUT_OF_SET (460) for an unknown code,
+**                  or KVL_ERR_LOCK (-60) when a custom code's lock could not
+**                  be had; NULL allowed
+** On error frequency and eom receive -1 and both names receive "error".
+** The strings are static; never free them.
+*/
+KVL_EXPORT void KVL_API KVLbtype(int32_t type, int32_t* frequency, const char** daycount_name, int32_t* eom, const char** name, int32_t* error);
+
+/*
+** KVLbtable: the whole catalogue of base codes 0..540 at once, one row per
+** base code in ascending order. Each argument (NULL allowed) receives a
+** pointer to a library-owned array; the caller must neither free nor change
+** them. The arrays are built on the first call and never change afterwards.
+**   codes           codes without the end-of-month rule (-1 when none)
+**   eom_codes       codes with the end-of-month rule (-1 when none)
+**   names           type names
+**   daycount_names  display names of the accrued day counts
+**   frequencies     default coupons per year
+**   exdiv_flags     one byte per row: 1 when the type has an ex-dividend
+**                   period, else 0
+** Returns the number of rows (64).
+*/
+KVL_EXPORT int32_t KVL_API KVLbtable(const int32_t** codes, const int32_t** eom_codes, const char* const** names, const char* const** daycount_names, const int32_t** frequencies, const char** exdiv_flags);
+
+/*
+** KVLbcustom: defines or redefines custom bond type `code` (1000..1099).
+** Every other argument may be NULL, which selects the default shown:
+**   accrual_basis    accrued day count: 0..6, 9..13 (default 0); 1 reads as
+**                    30/360(Feb) (7) when the end-of-month rule is on
+**   exdiv_basis      day count for negative (ex-dividend) accrued interest,
+**                    same set (default: the accrual basis when that was
+**                    given, else 0)
+**   eom              end-of-month rule default (default 1)
+**   frequency        coupons per year: 1, 2, 3, 4, 6, 12 (default 2)
+**   simple_final     price the final period at simple interest (default 1)
+**   yield_method     0 compound, 1 Japanese simple, 2 Braess, 3 Moosmueller,
+**                    4 act/365.25 exponent (default 0)
+**   accrual_days     days added to the accrued days (default 0)
+**   canadian_cap     1: a regular period accrues at most 363/frequency days
+**                    (default 0)
+**   mm_basis         money-market days per year, at least 1 (default 360)
+**   exdiv_days       ex-dividend period: n < 1 adds n calendar days to the
+**                    coupon date, n >= 1 steps n business days back
+**                    (default 0: none)
+**   yield_frequency  compounding periods per year of quoted yields:
+**                    0 (as the coupons), 1, 2, 3, 4, 6, 12 (default 0)
+** Returns the code, or -1 when the code is outside 1000..1099 (nothing
+** changes), the custom-type lock could not be had, or an argument lies
+** outside its set. In the last case the refused field keeps its previous
+** value while all other fields are written and the type becomes defined.
+*/
+KVL_EXPORT int32_t KVL_API KVLbcustom(int32_t code, const int32_t* accrual_basis, const int32_t* exdiv_basis, const int32_t* eom, const int32_t* frequency, const int32_t* simple_final, const int32_t* yield_method, const int32_t* accrual_days, const int32_t* canadian_cap, const int32_t* mm_basis, const int32_t* exdiv_days, const int32_t* yield_frequency);
+
+/*
+** KVLbond_initMT: prepares the library's locks. Call it once before calling
+** the library from several threads; calling it again is harmless. Without
+** it the locks are skipped (single-threaded use).
+*/
+KVL_EXPORT void KVL_API KVLbond_initMT(void);
+
+/*
+** KVLbondver: the library version, "v2002.0p0nt". The string is static;
+** never free it.
+*/
+KVL_EXPORT const char* KVL_API KVLbondver(void);
+
 /* ---- end of catalogue and library services ---- */
 
 
