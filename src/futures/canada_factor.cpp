@@ -42,9 +42,9 @@ double factor_canada(const FactorRequest& req, int32_t* error) noexcept {
   const double cc = 100.0 * req.coupon;
   const double v = 1.0 + n / 2.0;
   const double discount = engine::safe_pow(v, -static_cast<double>(half_years));
-  const double stub = half_years - quarters / 2.0;  // 0 or -1/2 half-year
+  const double broken_half = half_years - quarters / 2.0;  // 0 or -1/2 half-year
   const double percent =
-      engine::safe_pow(v, stub) * ((1.0 - discount) * cc / n + 100.0 * discount + cc / 2.0) -
+      engine::safe_pow(v, broken_half) * ((1.0 - discount) * cc / n + 100.0 * discount + cc / 2.0) -
       (half_years + 1 - quarters / 2.0) * cc / 2.0;
   return engine::round_to(percent / 100.0, 4);
 }
