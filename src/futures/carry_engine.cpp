@@ -126,9 +126,12 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
     *error = 160;
     return -999.0;
   }
-  int32_t stop = end;
-  if (terms.days) stop = end - *terms.days;
-  if (stop > desc.maturity) stop = desc.maturity;
+  // Widened: a day count from the caller may be any int32.
+  int64_t stop_wide = end;
+  if (terms.days) stop_wide -= *terms.days;
+  if (stop_wide > desc.maturity) stop_wide = desc.maturity;
+  const int32_t stop = stop_wide <= desc.settlement ? desc.settlement
+                                                    : static_cast<int32_t>(stop_wide);
   if (stop <= desc.settlement) {
     *error = 160;
     return -999.0;

@@ -41,8 +41,11 @@ int32_t gilt_exdiv_date(const FactorRequest& req, int32_t coupon_date) {
     return engine::bond_type_exdiv_date(coupon_date, kGilt, req.calendar, nullptr);
   }
   const int32_t n = *req.exdiv_override;
-  if (n < 1) return coupon_date + n;
-  return dates::add_business_days(coupon_date, -n, req.calendar);
+  if (n < 1) {
+    const int64_t date = static_cast<int64_t>(coupon_date) + n;
+    return date < 0 ? 0 : static_cast<int32_t>(date);
+  }
+  return dates::add_business_days(coupon_date, n > 3650 ? -3650 : -n, req.calendar);
 }
 
 }  // namespace

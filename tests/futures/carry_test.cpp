@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 
 #include "futures_test_support.h"
 
@@ -294,6 +295,20 @@ TEST(CarryMeasures, BadInputs) {
   EXPECT_EQ(bond.error, 401);
   EXPECT_EQ(bond.carry(serial(2010, 3, 1), std::nan(""), 0.03), -1.0);
   EXPECT_EQ(bond.error, 1);
+  const int32_t far_back = INT32_MIN, far_on = INT32_MAX;
+  bond.days = &far_back;  // the period would end after maturity: capped there
+  bond.carry(serial(2010, 3, 1), 98.5, 0.03);
+  EXPECT_EQ(bond.error, 0);
+  bond.days = &far_on;  // the period would end before settlement
+  EXPECT_EQ(bond.carry(serial(2010, 3, 1), 98.5, 0.03), -999.0);
+  EXPECT_EQ(bond.error, 160);
+  bond.days = nullptr;
+  int32_t error = 0;
+  EXPECT_EQ(KVLbcarry(nullptr, 1, nullptr, 1, serial(2009, 12, 1), serial(2010, 3, 1), 98.5, 0.03,
+                      nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, nullptr, 0, nullptr,
+                      0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &error),
+            -1.0);
+  EXPECT_EQ(error, 1);
   bond.type = 14;  // not a bond type
   EXPECT_EQ(bond.carry(serial(2010, 3, 1), 98.5, 0.03), -1.0);
   EXPECT_EQ(bond.error, 1);

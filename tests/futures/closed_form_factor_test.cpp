@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 
 #include "futures_test_support.h"
 
@@ -271,6 +272,14 @@ TEST(GiltFactor, LongGiltExAndCumDividend) {
   const int32_t old_rule = -37;
   call.extra = &old_rule;
   EXPECT_DOUBLE_EQ(call.run(), gilt_by_hand(0.08, 0.07, s, previous, next, 21, true, false));
+  // Extreme periods are harmless: ex-dividend from any date, or never.
+  const int32_t forever = INT32_MIN;
+  call.extra = &forever;
+  EXPECT_DOUBLE_EQ(call.run(), gilt_by_hand(0.08, 0.07, s, previous, next, 21, false, false));
+  const int32_t long_count = INT32_MAX;
+  call.extra = &long_count;
+  EXPECT_DOUBLE_EQ(call.run(), gilt_by_hand(0.08, 0.07, s, previous, next, 21, true, false));
+  call.extra = nullptr;
   // Medium gilt (code 22): 4 to 7 years; this one is 10.5 years out.
   call.contract = 22;
   call.run();
