@@ -272,9 +272,13 @@ TEST(GiltFactor, LongGiltExAndCumDividend) {
   const int32_t old_rule = -37;
   call.extra = &old_rule;
   EXPECT_DOUBLE_EQ(call.run(), gilt_by_hand(0.08, 0.07, s, previous, next, 21, true, false));
-  // Extreme periods are harmless: ex-dividend from any date, or never.
+  // Extreme periods are harmless (both put the ex date far back); a period
+  // of 0 days goes ex on the coupon date itself.
   const int32_t forever = INT32_MIN;
   call.extra = &forever;
+  EXPECT_DOUBLE_EQ(call.run(), gilt_by_hand(0.08, 0.07, s, previous, next, 21, true, false));
+  const int32_t none = 0;
+  call.extra = &none;
   EXPECT_DOUBLE_EQ(call.run(), gilt_by_hand(0.08, 0.07, s, previous, next, 21, false, false));
   const int32_t long_count = INT32_MAX;
   call.extra = &long_count;
