@@ -185,15 +185,23 @@ KVL_EXPORT const char* KVL_API KVLbondver(void);
 
 /* Common bond arguments (shared by every straight-bond function; NULL
 ** pointers select the bond type's or the library's default):
-**   coupons, n_coupons   coupon rates (decimal) per step; with one date:
-**                        {rate}, {rate, redemption%}, {rate, a, b} (ratio b/a)
-**   dates, n_dates       ascending coupon-change dates, last = maturity
-**   settlement           settlement date
+**   coupons, n_coupons   coupon rates (decimal) per step, coupons[i] in force
+**                        up to dates[i]. With a single date three forms:
+**                        {rate}; {rate, R} redeemed at R per 100 (e.g. 98.0);
+**                        {rate, a, b} redeemed at 100 * b / a. The form sets
+**                        the default of `redemption`; a given `redemption` wins.
+**   dates, n_dates       strictly ascending coupon-change dates, last = maturity
+**   settlement           settlement date (not after maturity)
 **   dated_date           start of interest accrual (NULL/0: derived)
-**   first_coupon         first coupon date (NULL/0: derived)
-**   type                 bond type code (NULL: 0, U.S. Treasury)
+**   first_coupon         first coupon date (NULL/0: derived; a derived first
+**                        coupon within 27 days of maturity is maturity)
+**   type                 bond type code (NULL: 0, U.S. Treasury, end-of-month
+**                        rule on). The end-of-month rule follows the schedule
+**                        anchor: on when it is the 31st, off when it is not a
+**                        month end, the type's default otherwise.
 **   frequency, n_frequency  [0] coupons per year (1,2,3,4,6,12),
-**                        [1] amortisations per year; 0 / absent: type default
+**                        [1] amortisations per year (must divide [0]);
+**                        0 / absent: type default
 **   redemption           redemption value per 100 (default 100)
 **   coupon_tax           withholding tax on coupons, fraction (default 0)
 **   discount_tax         tax on the issue discount / capital gain (default 0)
@@ -203,23 +211,38 @@ KVL_EXPORT const char* KVL_API KVLbondver(void);
 **                        day payment dates; NULL/0: the type's convention
 **   bd_flags             bit 0 Saturday works, bit 1 Sunday works
 **   holidays, n_holidays ascending holiday serials for business-day rules
-**   factor               amortisation: <0 equal sinking fund over sink_dates,
-**                        (0,1] scheduled (1.0: outstanding computed), NULL/0 none
-**   sink_dates, n_sink   amortisation dates
-**   sink_ends, n_sink_ends  optional second date per amortisation date
+**   factor               amortisation: NULL/0 none; < 0 equal repayments on
+**                        every amortisation date from the first sink date to
+**                        maturity; (0,1] a schedule in sink_dates/sink_amounts,
+**                        the outstanding factor at settlement (1.0: computed)
+**   sink_dates, n_sink   ascending amortisation dates; each schedule entry's
+**                        amount is repaid on every amortisation date (on the
+**                        coupon grid) until the next entry
+**   sink_ends, n_sink_ends  optional last date of each entry's run (0: open);
+**                        n_sink_ends must equal n_sink when used
 **   sink_amounts         amortisation amounts, fractions of initial face
-**   sink_premium         premium on each amortisation amount (default 0)
+**   sink_premium         premium on each amortisation amount (default 0, >= 0)
 **   exdiv_days           ex-dividend override: n < 1 calendar days added to the
 **                        coupon date, n >= 1 business days before it
+** Dates are serials 1..1825000. Error 1 (KVL_ERR_INVALID) for any invalid
+** argument: negative counts, NULL arrays with positive counts, NaN or
+** infinite values, invalid or misordered dates, unknown type, frequency not
+** in {1,2,3,4,6,12}, a bond fully amortised by settlement. Custom types
+** (codes 1000..1099) hold the custom-type lock as readers: -60 when it cannot
+** be had. Amortising bonds are quoted per 100 of outstanding face.
 */
 
 /* KVLbpr: clean price per 100 from a yield.
 **   yield   decimal fraction per year, compounded at the type's quotation
-**           frequency (annually for the "yields quoted annually" types)
+**           frequency (annually for the "yields quoted annually" types;
+**           re-expressed at the coupon frequency when more than one period
+**           remains)
 ** Returns the clean price, rounded by type (types 0, 1: 6 decimals; 2, 3, 16:
-** truncated to 3 decimals; 380: 5 decimals). Errors: 1 invalid description,
-** 401 vanishing denominator, -60 lock. Failure value -1.0 (divided by the
-** price factor of an amortising bond quoted on outstanding face). */
+** cleaned at 8 decimals, then truncated to 3; 380: 5 decimals; others
+** unrounded). An amortising bond's price is per 100 of outstanding face.
+** Errors: 1 invalid description or non-finite yield, 401 vanishing
+** denominator, -60 lock. Failure value -1.0 (divided by the outstanding
+** factor of an amortising bond, then rounded; test the error code). */
 KVL_EXPORT double KVL_API KVLbpr(const double* coupons, int32_t n_coupons, const int32_t* dates,
                                  int32_t n_dates, int32_t settlement, double yield,
                                  const int32_t* dated_date, const int32_t* first_coupon,
@@ -234,9 +257,15 @@ KVL_EXPORT double KVL_API KVLbpr(const double* coupons, int32_t n_coupons, const
                                  const double* sink_amounts, const double* sink_premium,
                                  const int32_t* exdiv_days, int32_t* error);
 
-/* KVLbai1: accrued interest per 100 at settlement (negative when the bond
-** trades ex-dividend). Types 16, 17, 22 accrue as 2, 12, 20. Type 81 rounds
-** to 5 decimals of face, 290 to 6. Errors: 1, -60. Failure value -1.0. */
+/* KVLbai1: accrued interest per 100 of (outstanding) face at settlement,
+** negative when the bond trades ex-dividend (Gilts, Australian, Swedish,
+** Norwegian and other markets with an ex-dividend period; `exdiv_days`
+** overrides the market's rule, using `holidays` and `bd_flags` for business
+** days). Arguments as the common bond arguments; redemption, discount tax,
+** horizon, issue price and yield method do not affect accrued interest and
+** are not taken. Types 16, 17 and 22 accrue as 2, 12 and 20. Rounding: type
+** 81 to 5 decimals of face, 290 to 6, others unrounded. Errors: 1 invalid
+** description, -60 lock. Failure value -1.0. */
 KVL_EXPORT double KVL_API KVLbai1(const double* coupons, int32_t n_coupons, const int32_t* dates,
                                   int32_t n_dates, int32_t settlement, const int32_t* dated_date,
                                   const int32_t* first_coupon, const int32_t* type,
@@ -249,7 +278,7 @@ KVL_EXPORT double KVL_API KVLbai1(const double* coupons, int32_t n_coupons, cons
                                   const int32_t* holidays, int32_t n_holidays, int32_t* error);
 
 /* KVLbai: KVLbai1 without the business-day arguments (no holidays,
-** Saturdays and Sundays are holidays). */
+** Saturdays and Sundays are holidays). Same errors and failure value. */
 KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const int32_t* dates,
                                  int32_t n_dates, int32_t settlement, const int32_t* dated_date,
                                  const int32_t* first_coupon, const int32_t* type,
