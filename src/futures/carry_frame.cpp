@@ -1,7 +1,7 @@
 #include "futures/carry_frame.h"
 
 #include "dates/business_days.h"
-#include "engine/type_lock.h"
+#include "engine/call_frame.h"
 #include "k_bond.h"
 
 namespace kbond::futures {
@@ -73,18 +73,11 @@ double run_carry_frame(const double* coupons, int32_t n_coupons, const int32_t* 
   call.terms.mode = tail.mode;
   call.terms.date_rule = roll_end ? 1 : 0;
 
-  engine::TypeReadGuard lock(tail.type);
-  if (lock.failed()) {
-    *err = KVL_ERR_LOCK;
-    return -1.0;
-  }
-  engine::bond_desc desc;
-  const int32_t setup = engine::bond_setup(a, desc);
-  *err = setup;
-  if (setup != 0) return -1.0;
-  const double result = compute(desc, call, context, err);
-  engine::bond_release(desc);
-  return result;
+  // The engine's call frame: lock as reader for custom types, set-up (its
+  // code replaces a tolerated 460), release on every path.
+  engine::BondCall bond(a, err);
+  if (!bond.ok()) return -1.0;
+  return compute(bond.desc(), call, context, err);
 }
 
 }  // namespace kbond::futures
