@@ -1,10 +1,10 @@
+#include "inflation/ilg_desc.h"
+
 #include <cmath>
 
-#include "dates/business_days.h"
-#include "engine/catalogue.h"
 #include "dates/day_count.h"
+#include "engine/catalogue.h"
 #include "engine/safe_math.h"
-#include "inflation/ilg_desc.h"
 #include "inflation/payment_calendar.h"
 
 namespace kbond::inflation {
@@ -28,8 +28,8 @@ bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
       !std::isfinite(args.latest_index)) {
     return false;
   }
-  const double inflation = args.inflation != nullptr ? *args.inflation : kDefaultInflation;
-  if (!(inflation > -0.5) || !std::isfinite(inflation)) return false;
+  double inflation = 0.0;
+  if (!assumed_inflation(args.inflation, &inflation)) return false;
   if (args.holiday_count < 0) return false;
   if (!is_valid_date(args.maturity) || !is_valid_date(args.settlement) ||
       args.settlement > args.maturity) {
