@@ -109,7 +109,7 @@ def coupon_date(*, maturity, settlement, k=0, dated_date=None, first_coupon=None
     the next, -1 the one before the last (KVLbcpn). Returns a datetime.date."""
     error = ctypes.c_int32(0)
     code = type_code(bond_type)
-    serial = _library.library().KVLbcpn(
+    serial = _export("KVLbcpn")(
         to_serial(maturity), to_serial(settlement), int_ptr("k", k), date_ptr(dated_date),
         date_ptr(first_coupon), int_ptr("bond_type", code), int_ptr("frequency", frequency),
         int_ptr("eom", eom), ctypes.byref(error))
@@ -122,7 +122,7 @@ def coupons_remaining(*, maturity, settlement, dated_date=None, first_coupon=Non
     """The number of coupons still to be paid after settlement (KVLbncpn)."""
     error = ctypes.c_int32(0)
     code = type_code(bond_type)
-    count = _library.library().KVLbncpn(
+    count = _export("KVLbncpn")(
         to_serial(maturity), to_serial(settlement), date_ptr(dated_date),
         date_ptr(first_coupon), int_ptr("bond_type", code), int_ptr("frequency", frequency),
         int_ptr("eom", eom), ctypes.byref(error))

@@ -22,7 +22,7 @@ except ImportError:
     _np = None
 
 _VARYING = ("coupon", "maturity", "settlement")
-_EPOCH_1970 = 25569  # serial of 1 January 1970
+_EPOCH_1970 = 25568  # serial of 1 January 1970
 
 
 def _is_numpy(value):
