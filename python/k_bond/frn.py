@@ -28,14 +28,17 @@ def simple_margin(*, maturity, settlement, current_coupon, price, index_rate,
     return result
 
 
-def discount_margin(*, maturity, settlement, current_coupon, price, stub_rate, index_rate,
+def discount_margin(*, maturity, settlement, current_coupon, price, period_rate, index_rate,
                     quoted_margin, previous_coupon=None, next_coupon=None, day_count=None,
                     frequency=None, end_of_month=None):
-    """Discount margin (decimal per year) of an FRN at a clean price (KVLfrndm)."""
+    """Discount margin (decimal per year) of an FRN at a clean price (KVLfrndm).
+
+    `period_rate` is the money-market rate from settlement to the next coupon
+    date."""
     error = ctypes.c_int32(0)
     result = _library.library().KVLfrndm(
         to_serial(maturity), to_serial(settlement), as_float("current_coupon", current_coupon),
-        as_float("price", price), as_float("stub_rate", stub_rate),
+        as_float("price", price), as_float("period_rate", period_rate),
         as_float("index_rate", index_rate), as_float("quoted_margin", quoted_margin),
         date_ptr(previous_coupon), date_ptr(next_coupon), int_ptr("day_count", day_count),
         int_ptr("frequency", frequency), int_ptr("end_of_month", end_of_month),

@@ -61,6 +61,16 @@ class FloatingRateNotes(unittest.TestCase):
             current_coupon=0.05, price=99.5, index_rate=0.045, quoted_margin=0.005)
         self.assertAlmostEqual(margin, expected, places=12)
 
+    def test_discount_margin_at_par_is_the_quoted_margin(self):
+        # Settled on a coupon date at par, the coupon paying index + quoted
+        # margin discounts back to par at exactly that margin; a price below
+        # par needs a wider margin.
+        note = dict(maturity=dt.date(2028, 6, 30), settlement=dt.date(2024, 12, 30),
+                    current_coupon=0.05, period_rate=0.045, index_rate=0.045,
+                    quoted_margin=0.005)
+        self.assertAlmostEqual(k_bond.frn.discount_margin(price=100.0, **note), 0.005, places=9)
+        self.assertGreater(k_bond.frn.discount_margin(price=99.0, **note), 0.005)
+
     def test_price_and_yield_invert(self):
         note = dict(rates=[0.05], rate_dates=[dt.date(2024, 12, 31)],
                     maturity=dt.date(2028, 6, 30), settlement=dt.date(2025, 1, 15))

@@ -4,11 +4,11 @@
 // QuantLib models each market's convention as follows:
 //   act/act bonds (U.S. Treasury, annual government bonds, generic act/act):
 //     FixedRateBond on ActualActual(ISMA), priced at a yield compounded at
-//     the coupon frequency on the same day counter, so the stub is days to
+//     the coupon frequency on the same day counter, so the first fraction is days to
 //     the next coupon over the days of the period and later periods count 1.
 //   30/360 bonds: FixedRateBond on Thirty360(BondBasis), the yield on 30/360.
 //   act/365 and act/360 generic bonds pay rate / f per period and accrue on
-//     their day count; the stub to the next coupon is discounted over that
+//     their day count; the time to the next coupon is discounted over that
 //     day count (f x days / 365 or / 360 periods), the later periods by
 //     whole periods: QuantLib's price at the next coupon date (ISMA, regular
 //     periods) discounted with an InterestRate on Actual365Fixed/Actual360.
@@ -109,10 +109,10 @@ QuantLibResult quantlib_price(const Case& c) {
       const double at_next =
           ql::BondFunctions::dirtyPrice(flows, c.yield, isma, ql::Compounded, f, next) +
           ql::BondFunctions::nextCashFlowAmount(flows, settlement);
-      const double stub =
+      const double to_next =
           ql::InterestRate(c.yield, dc, ql::Compounded, f).discountFactor(settlement, next);
       const double accrued = ql::BondFunctions::accruedAmount(bond_on(c, dc), settlement);
-      return {at_next * stub - accrued, accrued};
+      return {at_next * to_next - accrued, accrued};
     }
   }
   return {NAN, NAN};
