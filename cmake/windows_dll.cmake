@@ -35,7 +35,8 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   add_custom_command(
     TARGET k_bond POST_BUILD
     COMMAND ${CMAKE_DLLTOOL} --kill-at --input-def ${KBOND_DEF} --dllname k_bond.dll
-            --output-lib $<TARGET_LINKER_FILE:k_bond>
+            --output-lib $<TARGET_LINKER_FILE_NAME:k_bond>
+    WORKING_DIRECTORY $<TARGET_LINKER_FILE_DIR:k_bond>
     COMMENT "Import library for k_bond.dll with the __stdcall symbol names"
     VERBATIM)
 endif()

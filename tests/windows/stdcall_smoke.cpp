@@ -46,6 +46,7 @@ void check_near(double got, double want, double tol, const char* what) {
   }
 }
 
+#if defined(__i386__)
 // Set while the stack check tests itself on a deliberately wrong call.
 bool g_self_test = false;
 bool g_self_test_caught = false;
@@ -62,6 +63,7 @@ void report_stack(const char* name, uintptr_t before, uintptr_t after) {
                 static_cast<int>(before - after));
   }
 }
+#endif
 
 // Calls fn(args...) and, on 32-bit x86, verifies that the stack pointer is the
 // same after the call as before it. Built without optimisation (see
