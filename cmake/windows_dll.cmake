@@ -64,4 +64,11 @@ if(KBOND_BUILD_WINDOWS_SMOKE)
   target_compile_options(kbond_stdcall_smoke PRIVATE -O0 -fno-omit-frame-pointer)
   target_link_libraries(kbond_stdcall_smoke PRIVATE Threads::Threads)
   add_dependencies(kbond_stdcall_smoke k_bond)
+
+  # A C program that imports every declared function through the import
+  # library (tests/windows/import_link.c).
+  add_executable(kbond_import_link
+                 ${CMAKE_CURRENT_SOURCE_DIR}/tests/windows/import_link.c ${KBOND_EXPORT_LIST})
+  target_include_directories(kbond_import_link PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/generated)
+  target_link_libraries(kbond_import_link PRIVATE k_bond)
 endif()

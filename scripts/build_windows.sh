@@ -49,12 +49,12 @@ export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree=;mshtml="  # no Mono or Gecko installer prompts
 unset DISPLAY
 
-run_under_wine() {  # <loader> <build dir>
+run_under_wine() {  # <loader> <build dir>: both test programs
   local loader=$1 dir=$2
   if [ ! -f "$WINEPREFIX/system.reg" ]; then  # first use: create the prefix quietly
     "$loader" wineboot --init >/dev/null 2>&1 || true
   fi
-  (cd "$dir" && "$loader" ./kbond_stdcall_smoke.exe k_bond.dll)
+  (cd "$dir" && "$loader" ./kbond_stdcall_smoke.exe k_bond.dll && "$loader" ./kbond_import_link.exe)
 }
 
 status=0
@@ -66,7 +66,7 @@ for arch in win32 win64; do
   cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE="$build_type" \
         -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-mingw-w64-$toolchain.cmake" \
         -DKBOND_BUILD_TESTS=OFF -DKBOND_BUILD_BENCH=OFF -DKBOND_WERROR=ON >/dev/null
-  cmake --build "$dir" -j"$jobs" --target k_bond kbond_stdcall_smoke
+  cmake --build "$dir" -j"$jobs" --target k_bond kbond_stdcall_smoke kbond_import_link
 
   implib=""
   [ $arch = win32 ] && implib="$dir/libk_bond.dll.a"
@@ -74,15 +74,16 @@ for arch in win32 win64; do
     || status=1
 
   if [ -n "$loader" ]; then
-    echo "windows: running $arch/kbond_stdcall_smoke.exe under $(basename "$loader")"
+    echo "windows: running the $arch test programs under $(basename "$loader")"
     run_under_wine "$loader" "$dir" || status=1
   elif [ $arch = win32 ]; then
-    echo "windows: no 32-bit Wine (wine32:i386): 32-bit loading test built, not run"
+    echo "windows: no 32-bit Wine (wine32:i386): 32-bit test programs built, not run"
   else
-    echo "windows: no wine64: 64-bit loading test built, not run"
+    echo "windows: no wine64: 64-bit test programs built, not run"
   fi
 done
 
-# Let this prefix's wineserver finish before returning.
-if [ -n "$wineserver" ] && [ -d "$WINEPREFIX" ]; then "$wineserver" -w || true; fi
+# Stop this prefix's wineserver (and the helper programs it started) rather
+# than leave it lingering after the script.
+if [ -n "$wineserver" ] && [ -d "$WINEPREFIX" ]; then "$wineserver" -k 2>/dev/null || true; fi
 exit $status
