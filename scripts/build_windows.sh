@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Cross-builds k_bond.dll for 32-bit and 64-bit Windows with mingw-w64, checks
-# both export tables against include/k_bond.h, and runs the DLL-loading test
-# program under Wine where Wine can run it.
+# both export tables against include/k_bond.h, and runs the two test programs
+# (tests/windows/) under Wine where Wine can run them.
 #
 #   bash scripts/build_windows.sh            build/win32/k_bond.dll, build/win64/k_bond.dll
 #
