@@ -12,6 +12,12 @@ if(NOT MINGW)
   return()
 endif()
 
+# Cross-built test suites (KBOND_BUILD_TESTS=ON) take GoogleTest from its
+# Debian source package: cmake/mingw/FindGTest.cmake.
+if(CMAKE_CROSSCOMPILING)
+  list(PREPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR}/mingw)
+endif()
+
 set(KBOND_DEF ${CMAKE_CURRENT_BINARY_DIR}/k_bond.def)
 set(KBOND_OBJECT_LIST ${CMAKE_CURRENT_BINARY_DIR}/k_bond_objects.txt)
 set(KBOND_HEADER ${CMAKE_CURRENT_SOURCE_DIR}/include/k_bond.h)

@@ -11,6 +11,8 @@
 #   KBOND_JOBS                 parallel build jobs (default 2)
 #   KBOND_WINDOWS_BUILD_TYPE   CMake build type (default Release)
 #   KBOND_WINDOWS_REQUIRED=1   fail instead of skipping when mingw-w64 is missing
+#   KBOND_WINDOWS_TESTS=1      also cross-build the GoogleTest suites for 64-bit
+#                              Windows (build/win64-tests) and run them under wine64
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
@@ -82,6 +84,23 @@ for arch in win32 win64; do
     echo "windows: no wine64: 64-bit test programs built, not run"
   fi
 done
+
+if [ "${KBOND_WINDOWS_TESTS:-0}" = 1 ]; then
+  if [ -z "$wine64_loader" ]; then
+    echo "windows: no wine64: the 64-bit test suites are not run"
+  else
+    dir=build/win64-tests
+    cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE="$build_type" \
+          -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-mingw-w64-x86_64.cmake" \
+          -DKBOND_BUILD_TESTS=ON -DKBOND_BUILD_BENCH=OFF -DKBOND_WERROR=ON >/dev/null
+    cmake --build "$dir" -j"$jobs"
+    for suite in "$dir"/kbond_*_tests.exe; do
+      [ -e "$suite" ] || continue
+      echo "windows: $(basename "$suite") under wine64"
+      (cd "$dir" && "$wine64_loader" "./$(basename "$suite")" --gtest_brief=1) || status=1
+    done
+  fi
+fi
 
 # Stop this prefix's wineserver (and the helper programs it started) rather
 # than leave it lingering after the script.
