@@ -41,4 +41,8 @@ int32_t days_in_year(int32_t year) noexcept;
 int32_t is_end_of_month(int32_t serial) noexcept;
 int32_t end_of_month(int32_t serial) noexcept;
 
+// Empties both caches, so that later look-ups compute and store again. Only
+// tests call it; it is safe while other threads convert dates.
+void forget_cached_dates() noexcept;
+
 }  // namespace kbond::dates

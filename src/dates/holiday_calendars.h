@@ -7,6 +7,16 @@ namespace kbond::dates {
 
 inline constexpr int32_t kCalendarCount = 26;
 
+struct HolidayRule;  // holiday_rules.h
+
+// The rules of calendar `code` (1..26) in their listed order; {nullptr, 0}
+// for any other code.
+struct CalendarRules {
+  const HolidayRule* rules = nullptr;
+  int32_t count = 0;
+};
+CalendarRules calendar_rules(int32_t code) noexcept;
+
 int32_t good_friday(int32_t year) noexcept;
 
 // Holidays of all the given sets of calendar codes between `from` and `to`

@@ -1,0 +1,117 @@
+// Month arithmetic: stepping by months, counting whole months, locating the
+// dates of a periodic (coupon) schedule, and n-th / last weekdays of a month.
+#include "dates/month_arithmetic.h"
+
+#include <cstdint>
+
+#include "dates/date_serial.h"
+
+namespace kbond::dates {
+
+int32_t add_months(int32_t serial, int32_t months, int32_t eom_flag) noexcept {
+  if (months == 0) return serial;
+  int32_t day, month, year;
+  if (serial_to_date(serial, &day, &month, &year) != 0) return -1;
+
+  const int32_t years = months / 12;
+  int32_t new_year = year + years;
+  int32_t new_month = month + (months - 12 * years);
+  if (new_month > 12) {
+    new_month -= 12;
+    ++new_year;
+  } else if (new_month < 1) {
+    new_month += 12;
+    --new_year;
+  }
+  // Years below 200 would be read as two-digit years: no such date exists here.
+  if (new_year < 200) return -1;
+
+  const int32_t new_length = days_in_month(new_month, new_year);
+  int32_t new_day = day;
+  if (day > new_length) {
+    new_day = new_length;  // 31 January + 1 month = 28/29 February
+  } else if (eom_flag && day == days_in_month(month, year)) {
+    new_day = new_length;  // a month end stays a month end
+  }
+  return date_to_serial(new_day, new_month, new_year);
+}
+
+int32_t months_between(int32_t from, int32_t to, int32_t eom_flag, int32_t* exact) noexcept {
+  int32_t d1, m1, y1, d2, m2, y2;
+  if (serial_to_date(from, &d1, &m1, &y1) != 0 || serial_to_date(to, &d2, &m2, &y2) != 0) {
+    if (exact) *exact = 0;
+    return 0;
+  }
+
+  const bool from_is_month_end = d1 == days_in_month(m1, y1);
+  const bool to_is_month_end = d2 == days_in_month(m2, y2);
+  if (to_is_month_end && d1 >= d2) {
+    d2 = d1;  // 28 February matches the 31st, 30th or 29th of an earlier month
+  } else if (eom_flag) {
+    if (from_is_month_end) d1 = 31;
+    if (to_is_month_end) d2 = 31;
+  }
+
+  const int32_t day_gap = d2 - d1;
+  if (exact) *exact = day_gap == 0 ? 1 : 0;
+
+  const int32_t m = 12 * (y2 - y1) + m2 - m1;
+  // Truncate toward zero: a part month counts only once it is complete.
+  if (day_gap >= 0) return (day_gap > 0 && m < 0) ? m + 1 : m;
+  return m > 0 ? m - 1 : m;
+}
+
+int32_t schedule_date(int32_t date, int32_t k, int32_t months_per_period, int32_t reference,
+                      int32_t eom_flag, int32_t* index) noexcept {
+  if (months_per_period == 0) {
+    if (index) *index = 0;
+    return -1;
+  }
+  const int32_t eom = (eom_flag && is_end_of_month(reference)) ? 1 : 0;
+  int32_t exact = 0;
+  const int32_t m = months_between(reference, date, eom, &exact);
+  int32_t j = m / months_per_period + k;
+
+  const bool on_or_after_reference = m > 0 || (m == 0 && reference <= date);
+  const bool exactly_on_schedule = m < 0 && exact == 1 && m % months_per_period == 0;
+  if (!on_or_after_reference && !exactly_on_schedule) --j;  // truncation went the wrong way
+
+  if (index) *index = j;
+  const int64_t months = static_cast<int64_t>(j) * months_per_period;
+  if (months > INT32_MAX || months < INT32_MIN) return -1;
+  return add_months(reference, static_cast<int32_t>(months), eom);
+}
+
+int32_t nth_weekday_of_month(int32_t n, int32_t weekday, int32_t month, int32_t year,
+                             int32_t other_weekday) noexcept {
+  if (n < 1 || n > 5 || weekday < 1 || weekday > 7 || other_weekday < 0 || other_weekday > 7)
+    return 0;
+  const int32_t length = days_in_month(month, year < 200 ? year + 1900 : year);
+  const int32_t first = date_to_serial(1, month, year);
+  if (length == 0 || first < 0) return 0;
+  const int32_t w1 = weekday_of(first);
+
+  int32_t day = (weekday - w1 + 7) % 7 + 7 * n - 6;
+  if (other_weekday != 0 && other_weekday != weekday) {
+    const int32_t other_day = (other_weekday - w1 + 7) % 7 + 7 * n - 6;
+    if (other_day < 1 || other_day > length) return 0;
+    if (other_weekday < weekday && day < other_day) day += 7;
+  }
+  if (day < 1 || day > length) return 0;
+  return first + day - 1;
+}
+
+int32_t last_weekday_of_month(int32_t weekday, int32_t month, int32_t year,
+                              int32_t other_weekday) noexcept {
+  if (weekday < 1 || weekday > 7) return -1;
+  const int32_t length = days_in_month(month, year < 200 ? year + 1900 : year);
+  const int32_t last = date_to_serial(length, month, year);
+  if (length == 0 || last < 0) return -1;
+  const int32_t w_last = weekday_of(last);
+
+  int32_t day = length - w_last + weekday;
+  if (weekday > w_last || other_weekday > w_last) day -= 7;
+  return last - length + day;
+}
+
+}  // namespace kbond::dates
