@@ -35,6 +35,9 @@ add_custom_command(
   COMMENT "Generating k_bond.def from include/k_bond.h"
   VERBATIM)
 target_sources(k_bond PRIVATE ${KBOND_DEF})
+# GNU ld exports every global symbol when it finds no export at all (an
+# empty list while the families are being written): never do that.
+target_link_options(k_bond PRIVATE "LINKER:--exclude-all-symbols")
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   target_link_options(k_bond PRIVATE "LINKER:--kill-at")

@@ -30,7 +30,7 @@ std::atomic<int> g_failures{0};
 std::atomic<int> g_checks{0};
 HMODULE g_dll = nullptr;
 
-void check(bool ok, const char* what) {
+[[maybe_unused]] void check(bool ok, const char* what) {
   ++g_checks;
   if (!ok) {
     ++g_failures;
@@ -38,7 +38,7 @@ void check(bool ok, const char* what) {
   }
 }
 
-void check_near(double got, double want, double tol, const char* what) {
+[[maybe_unused]] void check_near(double got, double want, double tol, const char* what) {
   ++g_checks;
   if (!(std::fabs(got - want) <= tol)) {
     ++g_failures;
