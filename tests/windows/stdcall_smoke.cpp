@@ -143,6 +143,7 @@ __attribute__((noinline)) bool stack_check_catches_cdecl() {
 
 #if defined(KBOND_HAS_KVLbondver)
 void version_text() {
+  std::puts("KVLbondver");
   auto ver = KBOND_RESOLVE(KVLbondver);
   if (!ver) return;
   const char* text = stack_checked_call("KVLbondver", ver);
@@ -170,6 +171,7 @@ double treasury_price(int32_t type_code, int32_t settlement, double yield, int32
 }
 
 void treasury_price_from_yield() {
+  std::puts("KVLbpr: Treasury price from yield");
   int32_t err = -1;
   // On a coupon date with nine coupons left, at 6 % (3 % a half-year):
   // sum 2.5 / 1.03^k (k = 1..9) + 100 / 1.03^9 = 96.10694553906...,
@@ -198,6 +200,7 @@ void treasury_price_from_yield() {
 
 #if defined(KBOND_HAS_KVLbai)
 void treasury_accrued_interest() {
+  std::puts("KVLbai: Treasury accrued interest");
   auto bai = KBOND_RESOLVE(KVLbai);
   if (!bai) return;
   const double coupon = 0.05;
@@ -218,6 +221,7 @@ void treasury_accrued_interest() {
 // priced from several threads while another thread keeps redefining it: the
 // custom-type lock (critical sections and back-off sleep) runs inside the DLL.
 void custom_type_under_threads() {
+  std::puts("custom-type lock: KVLbcustom and KVLbpr on 4 threads");
   auto init = KBOND_RESOLVE(KVLbond_initMT);
   auto custom = KBOND_RESOLVE(KVLbcustom);
   if (!init || !custom) return;
@@ -263,6 +267,57 @@ void custom_type_under_threads() {
 }
 #endif
 
+#if defined(KBOND_HAS_KVLbond_initMT) && defined(KBOND_HAS_KVLfrntype) && \
+    defined(KBOND_HAS_KVLfreefrntype)
+// FRN types registered, derived and released from several threads at once:
+// every look-up, insertion and removal of the registry holds its critical
+// section inside the DLL.
+void frn_registry_under_threads() {
+  std::puts("FRN type registry: KVLfrntype and KVLfreefrntype on 4 threads");
+  auto init = KBOND_RESOLVE(KVLbond_initMT);
+  auto frntype = KBOND_RESOLVE(KVLfrntype);
+  auto freefrntype = KBOND_RESOLVE(KVLfreefrntype);
+  if (!init || !frntype || !freefrntype) return;
+  stack_checked_call("KVLbond_initMT", init);
+
+  static const int32_t quarterly = 4;
+  static const int32_t act360 = 4;
+  auto make = [frntype](int32_t base, int32_t* err) {
+    return stack_checked_call("KVLfrntype", frntype, base, &quarterly, &act360, nullptr, nullptr,
+                              nullptr, nullptr, nullptr, nullptr, 0, 0, 0, 0, 0, 0, err);
+  };
+
+  constexpr int kThreads = 4;
+  constexpr int kRounds = 100;
+  std::vector<int> bad(kThreads, 0);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([t, &bad, make, freefrntype] {
+      for (int i = 0; i < kRounds; ++i) {
+        int32_t err = -1;
+        const int32_t base = make(0, &err);
+        if (base == 0 || err != 0) {
+          ++bad[t];
+          continue;
+        }
+        const int32_t derived = make(base, &err);  // looks the base up in the registry
+        if (derived == 0 || err != 0 || derived == base) ++bad[t];
+        stack_checked_call("KVLfreefrntype", freefrntype, derived);
+        stack_checked_call("KVLfreefrntype", freefrntype, base);
+      }
+    });
+  }
+  for (auto& th : threads) th.join();
+  for (int t = 0; t < kThreads; ++t) check(bad[t] == 0, "threaded FRN type registrations");
+
+  // A released handle is no base any more.
+  int32_t err = 0;
+  const int32_t gone = make(0, &err);
+  stack_checked_call("KVLfreefrntype", freefrntype, gone);
+  check(make(gone, &err) == 0 && err == 901, "a released FRN type handle is refused (901)");
+}
+#endif
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -289,6 +344,10 @@ int main(int argc, char** argv) {
 #endif
 #if defined(KBOND_HAS_KVLbond_initMT) && defined(KBOND_HAS_KVLbcustom) && defined(KBOND_HAS_KVLbpr)
   custom_type_under_threads();
+#endif
+#if defined(KBOND_HAS_KVLbond_initMT) && defined(KBOND_HAS_KVLfrntype) && \
+    defined(KBOND_HAS_KVLfreefrntype)
+  frn_registry_under_threads();
 #endif
 
   FreeLibrary(g_dll);
