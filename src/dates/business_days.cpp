@@ -20,11 +20,13 @@ bool is_holiday(int32_t date, const BusinessCalendar& cal) {
   return i >= 0 && cal.holidays[i] == date;
 }
 
-// One business day forward (step = +1) or backward (step = -1).
+// One business day forward (step = +1) or backward (step = -1); -1 when the
+// walk would leave the range of serials.
 int32_t step_business_day(int32_t date, int32_t step, const BusinessCalendar& cal) {
   do {
+    if (date <= INT32_MIN + 1 || date >= INT32_MAX - 1) return -1;
     date += step;
-  } while (!is_business_day(date, cal) && date > INT32_MIN + 1 && date < INT32_MAX - 1);
+  } while (!is_business_day(date, cal));
   return date;
 }
 
@@ -95,6 +97,7 @@ int32_t add_business_days(int32_t date, int32_t n, const BusinessCalendar& cal) 
   // direction of travel is the first business day moved.
   if (!is_business_day(date, cal)) {
     date = step_business_day(date, step, cal);
+    if (date == -1) return -1;
     --remaining;
   }
 
@@ -110,7 +113,10 @@ int32_t add_business_days(int32_t date, int32_t n, const BusinessCalendar& cal) 
     remaining = remaining - weeks * days_per_week + holidays;
     date = jumped;  // a holiday here is among those counted, so walking on is right
   }
-  for (; remaining > 0; --remaining) date = step_business_day(date, step, cal);
+  for (; remaining > 0; --remaining) {
+    date = step_business_day(date, step, cal);
+    if (date == -1) return -1;
+  }
   return date;
 }
 

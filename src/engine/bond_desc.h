@@ -98,11 +98,15 @@ struct bond_desc {
   const int32_t* sink_dates_borrowed = nullptr;  // kind 1
   int32_t n_sink = 0;
   double factor = 1.0;            // outstanding fraction of face at settlement
-  // Quoted prices of amortising bonds are per 100 of outstanding face: when
-  // the flag is set, prices are divided (yields: multiplied) by price_factor.
+  // Amortising bonds are quoted per 100 of outstanding face while the
+  // evaluators price per 100 of initial face: for every amortising bond the
+  // flag is set and price_factor is the outstanding factor at settlement
+  // (`factor`); exports divide prices by it (and multiply quoted prices by
+  // it before solving for a yield). Accrued interest is per outstanding face.
   int32_t price_factor_flag = 0;
   double price_factor = 1.0;
   // Period fractions from the schedule step.
+  int32_t coupon_basis = 0;       // dcC: day count of the coupon and accrued fractions
   double cf = 1.0;                // current coupon as a multiple of a regular one
   double tn = 0.0;                // years from settlement to next_coupon
   double ay = 0.0;                // accrued part of the period, years
@@ -127,18 +131,53 @@ struct bond_desc {
   double current_rate() const noexcept { return coupons ? coupons[coupon_index] : 0.0; }
 };
 
-// 0 on success, 1 on any invalid argument or exhausted memory. On failure
-// the record holds no allocated arrays.
+// Validates the common bond arguments and fills `desc`: 0 on success, 1 on
+// any invalid argument (counts below zero, NULL arrays with positive counts,
+// NaN or infinite values, dates outside 1..1825000, unknown type, frequency
+// outside {1, 2, 3, 4, 6, 12}, misordered dates) or exhausted memory. On
+// failure the record holds no allocated arrays. Allocates only the copied
+// amortisation schedule (kind 2).
 int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept;
 
 // Frees the owned amortisation arrays; harmless to call twice.
 void bond_release(bond_desc& desc) noexcept;
 
-// Outstanding fraction of face at date t.
+// Amortisation.
+//
+// Amortisation dates lie on the coupon grid, every periods_per_sink coupon
+// periods from the first one: the grid date on or after the first of the
+// caller's sinking dates (`first_amortisation_date`).
+//
+// Kind 1 (equal amortisation) repays the face in N equal parts, one on each
+// amortisation date up to and including maturity.
+//
+// Kind 2 (schedule) reads the copied list as a step function: the amount due
+// on an amortisation date is the amount of the last entry dated on or before
+// it, so an entry keeps repaying its amount every amortisation period until
+// the next entry. A sinking end date inserts a zero entry on the following
+// day, which closes the entry's run.
+//
+// The outstanding factor at t counts every amortisation on or before t (a
+// buyer settling on an amortisation date does not receive that repayment).
+
+// The first amortisation date (0 when the bond does not amortise); its grid
+// index relative to the anchor goes to `grid_index` (may be null).
+int32_t first_amortisation_date(const bond_desc& desc, int32_t* grid_index) noexcept;
+
+// Outstanding fraction of the initial face at date t: 1.0 before the first
+// amortisation date and from maturity on, 0 when the repayments exceed 1.
 double outstanding_factor(const bond_desc& desc, int32_t t) noexcept;
 
-// Amortisation amount due at date d (fraction of initial face), 0 if none.
+// Amount repaid on amortisation date d (fraction of initial face), 0 for
+// dates before the first amortisation date or from maturity on; the
+// remainder at maturity is 1 - the repayments before it.
 double amortisation_due(const bond_desc& desc, int32_t d) noexcept;
+
+// Amortisation steps of bond_setup (amortisation frequency, kind, owned
+// copy, outstanding factor at settlement, next amortisation date). Needs the
+// grid fields, settlement, maturity and next_coupon. 0 or 1; on failure no
+// array stays allocated.
+int32_t setup_amortisation(const bond_args& args, bond_desc& desc) noexcept;
 
 // Coupon rate in force for the period that starts at `period_start`
 // (the rate whose coupon-change date is the first after the period start).

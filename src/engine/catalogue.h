@@ -24,7 +24,7 @@ namespace kbond::engine {
 inline constexpr int32_t kSerial1Nov1998 = 36099;
 inline constexpr int32_t kSerial1Jan1999 = 36160;
 inline constexpr int32_t kSerial10May1999 = 36289;
-inline constexpr int32_t kSerial8Feb2001 = 36930;
+inline constexpr int32_t kSerial8Feb2001 = 36929;
 
 // Base code of `code` and its name; -1 and "unknown bond" when unknown.
 int32_t bond_type_name(int32_t code, const char** name) noexcept;
@@ -47,7 +47,7 @@ int32_t bond_type_exdiv_date(int32_t coupon_date, int32_t base, const dates::Bus
                              const CustomType* override_record) noexcept;
 
 // Market adjustments of the accrued-day count before the accrued interest is
-// formed (Canadian 365/366 cap, Italian extra day, Portuguese rounding, a
+// formed (Canadian 363/frequency cap, Italian extra day, Portuguese rounding, a
 // custom slot's extra days). `regular_period` is true for a regular coupon
 // period (settlement position 0). Returns true when the days changed.
 bool bond_type_adjust_accrual_days(double* days, int32_t base, int32_t settlement,
@@ -61,5 +61,9 @@ int32_t apply_danish_rule(int32_t code, int32_t settlement) noexcept;
 // Codes that some exports substitute for accrual purposes: 16 -> 2,
 // 17 -> 12, 22 -> 20. Other codes unchanged.
 int32_t accrual_substitute(int32_t code) noexcept;
+
+// When exactly one coupon period remains: code 22 becomes 20, and 22, 220
+// and 380 accrue actual/365 (code 5). Other codes unchanged.
+void apply_single_period_rule(int32_t* base, int32_t* accrual_basis) noexcept;
 
 }  // namespace kbond::engine

@@ -29,7 +29,30 @@ inline bool is_custom_code(int32_t code) noexcept {
   return code >= kFirstCustomCode && code <= kLastCustomCode;
 }
 
+inline constexpr const char kCustomTypeName[] = "User-customized bond";
+
 // The slot of a defined custom code, or null (out of range or empty).
 const CustomType* custom_type(int32_t code) noexcept;
+
+// The arguments of KVLbcustom; a null pointer selects the field's default.
+struct CustomTypeInput {
+  const int32_t* accrual_basis = nullptr;
+  const int32_t* exdiv_basis = nullptr;
+  const int32_t* eom = nullptr;
+  const int32_t* frequency = nullptr;
+  const int32_t* simple_final = nullptr;
+  const int32_t* yield_method = nullptr;
+  const int32_t* accrual_days = nullptr;
+  const int32_t* canadian_cap = nullptr;
+  const int32_t* mm_basis = nullptr;
+  const int32_t* exdiv_days = nullptr;
+  const int32_t* yield_frequency = nullptr;
+};
+
+// Defines or redefines custom type `code` under the writer lock. Returns the
+// code, or -1 when the code is outside 1000..1099, the lock cannot be had, or
+// an argument lies outside its set. A refused argument leaves its field as it
+// was while every other field is still written and the slot becomes defined.
+int32_t define_custom_type(int32_t code, const CustomTypeInput& input) noexcept;
 
 }  // namespace kbond::engine

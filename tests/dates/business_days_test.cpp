@@ -121,6 +121,9 @@ TEST(BusinessDays, LongMovesStayInRange) {
   EXPECT_EQ(add_business_days(S(2, 7, 2001), 260, cal), S(2, 7, 2001) + 364);
   EXPECT_EQ(add_business_days(S(2, 7, 2001), INT32_MAX, cal), -1);
   EXPECT_EQ(add_business_days(S(2, 7, 2001), INT32_MIN, cal), -1);
+  // Absurd dates at the ends of the integer range do not wrap around.
+  EXPECT_EQ(add_business_days(INT32_MAX, 3, cal), -1);
+  EXPECT_EQ(add_business_days(INT32_MIN, -3, cal), -1);
 }
 
 TEST(LastBusinessDay, OfTheMonth) {

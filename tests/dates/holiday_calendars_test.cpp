@@ -242,13 +242,5 @@ TEST(BuildHolidayList, BadInputFailsWithErrorCodes) {
   std::free(list);
 }
 
-TEST(CalendarRules, LookUp) {
-  EXPECT_EQ(calendar_rules(0).rules, nullptr);
-  EXPECT_EQ(calendar_rules(27).count, 0);
-  EXPECT_EQ(calendar_rules(17).count, 2);
-  EXPECT_EQ(calendar_rules(8).count, 18);
-  EXPECT_EQ(calendar_rules(21).count, 8);
-}
-
 }  // namespace
 }  // namespace kbond::dates

@@ -1,0 +1,49 @@
+// KVLbpr: the clean price of a straight bond from its yield.
+#include <cmath>
+
+#include "engine/call_frame.h"
+#include "engine/price_from_yield.h"
+#include "k_bond.h"
+
+using kbond::engine::bond_args;
+using kbond::engine::BondCall;
+
+extern "C" KVL_EXPORT double KVL_API KVLbpr(
+    const double* coupons, int32_t n_coupons, const int32_t* dates, int32_t n_dates,
+    int32_t settlement, double yield, const int32_t* dated_date, const int32_t* first_coupon,
+    const int32_t* type, const int32_t* frequency, int32_t n_frequency, const double* redemption,
+    const double* coupon_tax, const double* discount_tax, const int32_t* horizon,
+    const double* issue_price, const int32_t* yield_method, const int32_t* bd_flags,
+    const int32_t* holidays, int32_t n_holidays, const double* factor, const int32_t* sink_dates,
+    int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends, const double* sink_amounts,
+    const double* sink_premium, const int32_t* exdiv_days, int32_t* error) {
+  const bond_args args{.coupons = coupons, .n_coupons = n_coupons, .dates = dates,
+                       .n_dates = n_dates, .settlement = settlement, .dated_date = dated_date,
+                       .first_coupon = first_coupon, .type = type, .frequency = frequency,
+                       .n_frequency = n_frequency, .redemption = redemption,
+                       .coupon_tax = coupon_tax, .discount_tax = discount_tax, .eom = nullptr,
+                       .horizon = horizon, .issue_price = issue_price,
+                       .yield_method = yield_method, .bd_flags = bd_flags, .holidays = holidays,
+                       .n_holidays = n_holidays, .factor = factor, .sink_dates = sink_dates,
+                       .n_sink = n_sink, .sink_ends = sink_ends, .n_sink_ends = n_sink_ends,
+                       .sink_amounts = sink_amounts, .sink_premium = sink_premium,
+                       .exdiv_days = exdiv_days};
+  BondCall call(args, error);
+  if (!call.ok()) return -1.0;
+  const auto& bond = call.desc();
+  int32_t& err = call.error();
+
+  double price = -1.0;
+  if (!std::isfinite(yield)) {
+    err = 1;
+  } else {
+    // Yields are quoted at the market's frequency, priced at the coupons'.
+    const double y = kbond::engine::coupon_yield_from_quoted(yield, bond, &err);
+    if (err == 0) price = kbond::engine::price_from_yield(y, bond, nullptr, nullptr, &err);
+  }
+  if (err != 0) price = -1.0;
+  // Amortising bonds are quoted per 100 of the face still outstanding; a
+  // failure value is scaled the same way, callers test the error code.
+  if (bond.price_factor_flag) price /= bond.price_factor;
+  return kbond::engine::round_price_by_type(price, bond.type);
+}

@@ -1,0 +1,390 @@
+// bond_setup: from the common bond arguments to a validated description.
+//
+// The steps run in a fixed order, each reading what the earlier ones
+// settled: coupon form, type and its conventions, frequency, coupon grid,
+// the period around settlement, period counts, redemption and taxes,
+// amortisation, the period fractions, the accrued interest and the
+// ex-dividend rule. Any invalid argument ends the set-up with 1.
+#include <cmath>
+#include <cstdint>
+
+#include "dates/date_serial.h"
+#include "dates/day_count.h"
+#include "dates/month_arithmetic.h"
+#include "engine/bond_desc.h"
+#include "engine/catalogue.h"
+#include "engine/coupon_schedule.h"
+#include "engine/custom_types.h"
+
+namespace kbond::engine {
+namespace {
+
+// 1 January 1997: the Italian issue-discount tax applies to the part of a
+// bond's life before this day.
+constexpr int32_t kSerial1Jan1997 = 35430;
+// A derived first coupon closer than this to maturity is maturity itself.
+constexpr int32_t kFirstCouponMargin = 27;
+constexpr int32_t kDefaultHorizonMonths = 12;
+
+bool valid_date(int32_t d) noexcept { return d >= 1 && d <= dates::kMaxSerial; }
+
+bool valid_frequency(int32_t f) noexcept {
+  return f == 1 || f == 2 || f == 3 || f == 4 || f == 6 || f == 12;
+}
+
+template <class T>
+bool present_if_counted(const T* array, int32_t count) noexcept {
+  return count >= 0 && (count == 0 || array != nullptr);
+}
+
+// Counts and arrays of the whole argument block, before any is read.
+bool well_formed(const bond_args& a) noexcept {
+  return present_if_counted(a.coupons, a.n_coupons) && present_if_counted(a.dates, a.n_dates) &&
+         present_if_counted(a.frequency, a.n_frequency) &&
+         present_if_counted(a.holidays, a.n_holidays) &&
+         present_if_counted(a.sink_dates, a.n_sink) &&
+         present_if_counted(a.sink_ends, a.n_sink_ends) && valid_date(a.settlement);
+}
+
+// An optional date argument: absent (NULL or 0) gives 0.
+bool read_optional_date(const int32_t* p, int32_t* out) noexcept {
+  *out = p ? *p : 0;
+  return *out == 0 || valid_date(*out);
+}
+
+bool read_optional_double(const double* p, double fallback, double* out) noexcept {
+  *out = p ? *p : fallback;
+  return std::isfinite(*out);
+}
+
+// Coupon steps ({r1..rn} with n dates), or with one date the redemption
+// forms {rate}, {rate, redemption %} and {rate, a, b} (redeemed at b/a).
+bool read_coupons(const bond_args& a, bond_desc& d) noexcept {
+  const int32_t c = a.n_coupons;
+  const int32_t n = a.n_dates;
+  if (c <= 0 || n <= 0) return false;
+  for (int32_t i = 0; i < c; ++i) {
+    if (!std::isfinite(a.coupons[i])) return false;
+  }
+  for (int32_t i = 0; i < n; ++i) {
+    if (!valid_date(a.dates[i]) || (i > 0 && a.dates[i] <= a.dates[i - 1])) return false;
+  }
+  d.n_coupons = 0;
+  d.redemption_ratio = 1.0;
+  if (c == n) {
+    d.n_coupons = c;
+  } else if (n != 1) {
+    return false;
+  } else if (c == 2) {
+    if (!(a.coupons[1] > 0.0)) return false;
+    d.redemption_ratio = a.coupons[1] / 100.0;
+  } else if (c == 3) {
+    if (!(a.coupons[1] > 0.0 && a.coupons[2] > 0.0)) return false;
+    d.redemption_ratio = a.coupons[2] / a.coupons[1];
+  } else {
+    return false;
+  }
+  d.coupons = a.coupons;
+  d.dates = a.dates;
+  d.n_dates = n;
+  d.maturity = a.dates[n - 1];
+  return true;
+}
+
+// Type code (after the Danish 2001 switch) to base code and end-of-month rule.
+bool read_type(const bond_args& a, bond_desc& d) noexcept {
+  d.type = 0;
+  d.eom = 1;
+  if (a.type) {
+    const int32_t code = apply_danish_rule(*a.type, a.settlement);
+    d.type = bond_type_base(code);
+    if (d.type < 0) return false;
+    d.eom = bond_type_eom_default(code) ? 1 : 0;
+  }
+  if (a.eom) d.eom = *a.eom ? 1 : 0;
+  return true;
+}
+
+bool read_frequency(const bond_args& a, bond_desc& d) noexcept {
+  const int32_t given = a.n_frequency > 0 ? a.frequency[0] : 0;
+  d.frequency = given != 0 ? given : bond_type_frequency(d.type);
+  if (!valid_frequency(d.frequency)) return false;
+  d.months_per_period = 12 / d.frequency;
+  return true;
+}
+
+// JGBs pay on the 20th: their grid runs through the 20th of the maturity month.
+int32_t maturity_anchor(const bond_desc& d) noexcept {
+  if (d.type != 200) return d.maturity;
+  int32_t day = 0, month = 0, year = 0;
+  if (dates::serial_to_date(d.maturity, &day, &month, &year) != 0 || day == 20) return d.maturity;
+  return dates::date_to_serial(20, month, year);
+}
+
+// A grid anchored on the 31st follows month ends; one anchored inside a
+// month does not; a month end before the 31st keeps the type's rule.
+void decide_eom_from_anchor(bond_desc& d) noexcept {
+  int32_t day = 0, month = 0, year = 0;
+  dates::serial_to_date(d.anchor, &day, &month, &year);
+  if (day == 31) {
+    d.eom = 1;
+  } else if (!dates::is_end_of_month(d.anchor)) {
+    d.eom = 0;
+  }
+}
+
+// The earliest date the derived schedule must reach back to.
+int32_t derivation_start(const bond_args& a, const bond_desc& d) noexcept {
+  int32_t start = a.settlement < d.dates[0] ? a.settlement : d.dates[0];
+  const bool amortises = a.factor && *a.factor != 0.0;
+  if (amortises && a.sink_dates && a.n_sink > 0 && a.sink_dates[0] > 0 && a.sink_dates[0] < start)
+    start = a.sink_dates[0];
+  return start;
+}
+
+// Anchor, dated date and first coupon; derived ones lie on the grid.
+bool place_coupon_grid(const bond_args& a, bond_desc& d) noexcept {
+  int32_t dated = 0, first = 0;
+  if (!read_optional_date(a.dated_date, &dated) || !read_optional_date(a.first_coupon, &first))
+    return false;
+  if (d.type == 16) dated = first = 0;  // this municipal type ignores odd coupons
+
+  if (dated != 0 && first != 0) {
+    d.anchor = first;
+    decide_eom_from_anchor(d);
+  } else if (dated != 0) {
+    d.anchor = maturity_anchor(d);
+    decide_eom_from_anchor(d);
+    first = grid_after(d, dated);
+    if (first > d.maturity - kFirstCouponMargin) first = d.maturity;
+  } else if (first != 0) {
+    d.anchor = first;
+    decide_eom_from_anchor(d);
+    dated = dates::add_months(first, -d.months_per_period, d.eom);
+    if (dated > a.settlement) dated = a.settlement;
+  } else {
+    d.anchor = maturity_anchor(d);
+    if (d.type != 200) decide_eom_from_anchor(d);
+    first = dates::schedule_date(derivation_start(a, d), 0, 12, d.anchor, d.eom, nullptr);
+    if (first > d.maturity - kFirstCouponMargin) first = d.maturity;
+    dated = dates::add_months(first, -d.months_per_period, d.eom);
+  }
+  d.dated_date = dated;
+  d.first_coupon = first;
+  return dated > 0 && first > 0 && dated < first && first <= d.maturity &&
+         a.settlement <= d.maturity;
+}
+
+// The coupon period containing settlement and where settlement lies in it.
+bool place_settlement(bond_desc& d) noexcept {
+  int32_t j = 0;
+  int32_t start = grid_on_or_before(d, d.settlement, &j);
+  if (start < d.dated_date || start < d.first_coupon) start = d.dated_date;
+  d.period_start = start;
+  if (d.settlement < d.first_coupon) {
+    d.next_coupon = d.first_coupon;
+    const int32_t regular_start = dates::schedule_date(d.first_coupon, -1, d.months_per_period,
+                                                       d.anchor, d.eom, nullptr);
+    d.position = start > regular_start    ? kShortFirstPeriod
+                 : start == regular_start ? kRegularPeriod
+                                          : kLongFirstPeriod;
+  } else {
+    const int32_t next = grid_date(d, j + 1);
+    if (next > d.maturity || next <= 0) {
+      d.next_coupon = d.maturity;
+      d.position = kNoGridDateLeft;
+    } else {
+      d.next_coupon = next;
+      d.position = kRegularPeriod;
+    }
+  }
+  return d.period_start > 0;
+}
+
+// Whole coupon periods to maturity and whether a broken one remains.
+void count_periods(bond_desc& d) noexcept {
+  if (d.position == kNoGridDateLeft) {
+    d.odd_first = 0;
+    d.whole_periods = 0;
+    d.partial_period = 1;
+    return;
+  }
+  int32_t exact = 0;
+  int32_t months = 0;
+  if (d.settlement < d.first_coupon) {
+    d.odd_first = 1;
+    months = dates::months_between(d.first_coupon, d.maturity, d.eom, &exact);
+  } else {
+    d.odd_first = 0;
+    // Counted back from maturity, where a month end matches any later day.
+    months = -dates::months_between(d.maturity, d.period_start, d.eom, &exact);
+  }
+  d.whole_periods = months / d.months_per_period;
+  d.partial_period = (months % d.months_per_period != 0 || !exact) ? 1 : 0;
+}
+
+bool read_redemption_and_taxes(const bond_args& a, bond_desc& d) noexcept {
+  if (!read_optional_double(a.redemption, 100.0 * d.redemption_ratio, &d.redemption) ||
+      !read_optional_double(a.issue_price, 100.0, &d.issue_price) ||
+      !read_optional_double(a.coupon_tax, 0.0, &d.coupon_tax) ||
+      !read_optional_double(a.discount_tax, 0.0, &d.discount_tax))
+    return false;
+  return d.redemption >= 0.0 && d.issue_price >= 0.0;
+}
+
+bool place_horizon(const bond_args& a, bond_desc& d) noexcept {
+  if (!a.horizon) {
+    d.horizon_date = dates::add_months(d.settlement, kDefaultHorizonMonths, 1);
+    return true;
+  }
+  const int32_t h = *a.horizon;
+  if (h < 0) return false;
+  if (h > 24) {
+    const int64_t date = static_cast<int64_t>(d.settlement) + h;
+    d.horizon_date = date > dates::kMaxSerial ? dates::kMaxSerial : static_cast<int32_t>(date);
+  } else {
+    d.horizon_date = dates::add_months(d.settlement, h, 1);
+  }
+  return true;
+}
+
+// Italian issue-discount tax: the redemption is reduced by the tax on the
+// discount. For the bonds that straddle the 1997 reform only the part of
+// the life before 1997 is taxed.
+void deduct_italian_discount_tax(bond_desc& d) noexcept {
+  switch (d.type) {
+    case 264:
+    case 266:
+      break;
+    case 260:
+    case 261:
+    case 268:
+    case 270: {
+      const int32_t before_reform =
+          grid_on_or_before(d, kSerial1Jan1997, nullptr) - d.dated_date;
+      const int32_t life = d.maturity - d.dated_date;
+      if (before_reform <= 0) {
+        d.discount_tax = 0.0;
+        return;
+      }
+      if (before_reform < life) d.discount_tax *= static_cast<double>(before_reform) / life;
+      break;
+    }
+    default:
+      return;
+  }
+  if (d.redemption > d.issue_price) d.redemption -= (d.redemption - d.issue_price) * d.discount_tax;
+  d.discount_tax = 0.0;
+}
+
+void read_method_and_calendar(const bond_args& a, bond_desc& d) noexcept {
+  const int32_t method = a.yield_method ? *a.yield_method : 0;
+  d.yield_method_arg = (method >= -6 && method <= -1) ? method : (method != 0 ? 1 : 0);
+  const int32_t flags = a.bd_flags ? *a.bd_flags : 0;
+  d.roll_forward = flags & 1;
+  d.roll_flag2 = (flags >> 1) & 1;
+  d.holidays = a.n_holidays > 0 ? a.holidays : nullptr;
+  d.n_holidays = a.n_holidays;
+  d.exdiv_days_given = a.exdiv_days ? 1 : 0;
+  d.exdiv_days = a.exdiv_days ? *a.exdiv_days : 0;
+}
+
+// The last coupon period of a bond with a single period left trades on
+// simpler conventions in a few markets.
+void substitute_single_period(bond_desc& d) noexcept {
+  if (d.remaining_periods() != 1) return;
+  const int32_t type = d.type;
+  if (type == 22) d.type = 20;
+  if (type == 22 || type == 220 || type == 380) d.accrual_basis = 5;
+}
+
+// JGBs price the broken last period together with the whole one before it.
+void merge_jgb_last_periods(bond_desc& d) noexcept {
+  if (d.type != 200 || !d.partial_period || d.whole_periods <= 0) return;
+  d.last_discount += 1.0;
+  d.last_coupon += 1.0;
+  d.whole_periods -= 1;
+}
+
+// The step whose rate is in force in the period starting at period_start.
+void find_coupon_index(bond_desc& d) noexcept {
+  d.coupon_index = 0;
+  if (d.n_coupons <= 1) return;
+  const int32_t last = d.n_coupons - 1;
+  int32_t i = 0;
+  while (i < last && d.dates[i] < d.period_start) ++i;
+  if (d.dates[i] == d.period_start && i < last) ++i;
+  d.coupon_index = i;
+}
+
+void compute_accrued(bond_desc& d) noexcept {
+  const double rate = d.coupons[d.coupon_index];
+  const double net = 1.0 - d.coupon_tax;
+  d.full_coupon = net * rate * d.cf / d.frequency;
+  double accrued_days = d.ay * d.basis;
+  bond_type_adjust_accrual_days(&accrued_days, d.type, d.settlement,
+                                d.position == kRegularPeriod, d.frequency, rate);
+  d.accrued = net * rate * accrued_days / d.basis;
+}
+
+bool is_365_day_count(int32_t code) noexcept {
+  return code == 3 || code == 5 || code == 6 || code == 8 || code == 10 || code == 12 ||
+         code == 13;
+}
+
+// After the ex-dividend date the seller keeps the next coupon: the buyer is
+// owed interest for the days left to it (negative accrued interest).
+void apply_ex_dividend(bond_desc& d) noexcept {
+  CustomType override_record{};
+  override_record.name = "ex-dividend override";
+  override_record.exdiv_days = d.exdiv_days;
+  const int32_t exdiv_date = bond_type_exdiv_date(d.next_coupon, d.type, d.calendar(),
+                                                  d.exdiv_days_given ? &override_record : nullptr);
+  d.exdiv = d.settlement >= exdiv_date ? 1 : 0;
+  if (!d.exdiv) return;
+  const int32_t day_count = d.coupon_basis;
+  if (is_365_day_count(day_count)) {
+    const double days_left = dates::day_count(d.settlement, d.next_coupon, day_count, nullptr);
+    d.accrued = -days_left * d.coupons[d.coupon_index] * (1.0 - d.coupon_tax) / 365.0;
+  } else {
+    d.accrued -= d.full_coupon;
+  }
+}
+
+}  // namespace
+
+int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
+  desc = bond_desc{};
+  desc.settlement = args.settlement;
+  if (!well_formed(args) || !read_coupons(args, desc) || !read_type(args, desc) ||
+      !read_frequency(args, desc) || !place_coupon_grid(args, desc) || !place_settlement(desc))
+    return 1;
+  count_periods(desc);
+
+  desc.accrual_basis =
+      bond_type_accrual_basis(desc.type, desc.settlement, desc.period_start, desc.eom);
+  if (desc.accrual_basis < 0 || !read_redemption_and_taxes(args, desc) ||
+      !place_horizon(args, desc))
+    return 1;
+  deduct_italian_discount_tax(desc);
+  read_method_and_calendar(args, desc);
+
+  if (setup_amortisation(args, desc) != 0) return 1;  // leaves nothing allocated
+  substitute_single_period(desc);
+  if (compute_period_fractions(desc) != 0) {
+    bond_release(desc);
+    return 1;
+  }
+  merge_jgb_last_periods(desc);
+  find_coupon_index(desc);
+  compute_accrued(desc);
+  apply_ex_dividend(desc);
+  if (desc.type == 220) desc.accrued = std::floor(desc.accrued * 100000.0 + 0.5) * 1e-5;
+  desc.simple_final = bond_type_simple_final(desc.yield_method_arg, desc.type);
+
+  desc.price_factor_flag = desc.amort_kind != kNoAmortisation ? 1 : 0;
+  desc.price_factor = desc.factor;
+  return 0;
+}
+
+}  // namespace kbond::engine

@@ -1,0 +1,46 @@
+// The coupon grid of a bond and the period fractions around settlement.
+//
+// Coupon dates are never stored as a list: they are the dates
+// anchor + j * months_per_period months (j any integer), with the bond's
+// end-of-month rule, where the anchor is maturity or an explicit first
+// coupon date. `grid_on_or_before` and `grid_after` find the grid dates
+// around a date and report their index j relative to the anchor.
+//
+//   int32_t j = 0;
+//   const int32_t previous = grid_on_or_before(desc, desc.settlement, &j);
+//   const int32_t next = grid_date(desc, j + 1);   // == grid_after(desc, settlement)
+//
+// `compute_period_fractions` turns the grid around settlement into the year
+// fractions that the accrued interest and the price-yield evaluators read:
+// the size of the current coupon (cf), the time to the next coupon (tn),
+// the accrued part of the period (ay), the two year bases and the fractions
+// of a broken last period.
+#pragma once
+#include <cstdint>
+
+#include "engine/bond_desc.h"
+
+namespace kbond::engine {
+
+// The grid date with index j (anchor + j periods).
+int32_t grid_date(const bond_desc& desc, int32_t j) noexcept;
+
+// The last grid date on or before d; its index goes to `index` (may be null).
+int32_t grid_on_or_before(const bond_desc& desc, int32_t d, int32_t* index = nullptr) noexcept;
+
+// The first grid date after d; its index goes to `index` (may be null).
+int32_t grid_after(const bond_desc& desc, int32_t d, int32_t* index = nullptr) noexcept;
+
+// Day counts of the schedule: the coupon day count (dcC) of the catalogue's
+// ex-dividend rule, and the accrual day count (dcA) that discounting uses
+// (actual/actual when the caller asks for yield method -6).
+int32_t coupon_day_count(const bond_desc& desc) noexcept;
+int32_t discount_day_count(const bond_desc& desc) noexcept;
+
+// Fills cf, tn, ay, basis, basis_accrual, quasi_start, last_discount and
+// last_coupon from the grid fields (anchor, months_per_period, eom,
+// period_start, next_coupon, position, partial_period) and the day counts.
+// Returns 1 when a year basis is not positive (an unusable day count), else 0.
+int32_t compute_period_fractions(bond_desc& desc) noexcept;
+
+}  // namespace kbond::engine

@@ -1,0 +1,133 @@
+// The price-yield core: picks the evaluator for a bond and supplies the
+// second derivative of those evaluators that only give the first.
+//
+// Amortising bonds are priced as bullets whatever their method; otherwise
+// the yield method decides (standard, Japanese simple, Braess, Moosmüller,
+// actual/365.25 exponents), and a standard-method bond is priced by its
+// final-period method: whole periods, a simple-interest last period,
+// actual/365 exponents, chained simple interest or a delayed maturity.
+#include "engine/price_from_yield.h"
+
+#include "engine/catalogue.h"
+#include "engine/evaluators.h"
+
+namespace kbond::engine {
+
+namespace {
+
+// Spanish bonds within this many days of maturity are quoted at simple
+// interest when their type asks for a simple final period.
+constexpr int32_t kSpanishSimpleDays = 377;
+// The actual/365.25 method is used for bonds with at most this many periods.
+constexpr int32_t kActual36525MaxPeriods = 12;
+
+constexpr double kSecondDerivativeStep = 5e-06;
+constexpr double kSecondDerivativeScale = 99999.99999999999;  // 1 / (2 x 5e-6)
+
+enum YieldMethod : int32_t {
+  kStandardYield = 0, kJapaneseSimpleYield = 1, kBraessYield = 2, kMoosmullerYield = 3,
+  kActual36525Yield = 4
+};
+
+enum FinalPeriodMethod : int32_t {
+  kWholePeriods = 0, kSimpleFinalPeriod = 1, kActual365Exponents = 2, kChainedSimple = 3,
+  kDelayedMaturity = 4
+};
+
+using FirstDerivativeEvaluator = double (*)(double, const bond_desc&, double*, int32_t*) noexcept;
+
+FirstDerivativeEvaluator compound_evaluator(const bond_desc& desc, int32_t yield_method) noexcept {
+  switch (yield_method) {
+    case kBraessYield:
+      return braess_evaluator;
+    case kMoosmullerYield:
+      return moosmuller_evaluator;
+    case kActual36525Yield:
+      return desc.remaining_periods() <= kActual36525MaxPeriods ? actual36525_evaluator
+                                                               : standard_evaluator;
+    default:
+      break;
+  }
+  switch (final_period_method(desc)) {
+    case kActual365Exponents:
+      return actual365_evaluator;
+    case kChainedSimple:
+      return chained_simple_evaluator;
+    case kDelayedMaturity:
+      return delayed_maturity_evaluator;
+    default:
+      return standard_evaluator;
+  }
+}
+
+// The second derivative as the central difference of the evaluator's first
+// derivative, then the price at the yield itself.
+double price_with_numerical_curvature(FirstDerivativeEvaluator evaluate, double yield,
+                                      const bond_desc& desc, double* first_derivative,
+                                      double* second_derivative, int32_t* error) noexcept {
+  if (second_derivative) {
+    double below = 0.0, above = 0.0;
+    double price = evaluate(yield - kSecondDerivativeStep, desc, &below, error);
+    if (*error != 0) return price;
+    price = evaluate(yield + kSecondDerivativeStep, desc, &above, error);
+    if (*error != 0) return price;
+    *second_derivative = (above - below) * kSecondDerivativeScale;
+  }
+  return evaluate(yield, desc, first_derivative, error);
+}
+
+}  // namespace
+
+int32_t final_period_method(const bond_desc& desc) noexcept {
+  const int32_t type = desc.type;
+  const bool one_period_left = desc.remaining_periods() == 1;
+  const bool simple_final = desc.simple_final != 0;
+  const bool within_spanish_simple = desc.maturity - desc.settlement < kSpanishSimpleDays;
+
+  if (type == 370 || type == 700) {
+    if (!one_period_left) return kActual365Exponents;
+    return simple_final ? kSimpleFinalPeriod : kActual365Exponents;
+  }
+  if (type == 280 || type == 281) {
+    if (within_spanish_simple && simple_final) return kChainedSimple;
+    if (desc.accrual_basis == 5) return kActual365Exponents;
+    if (desc.settlement < kSerial10May1999) return kWholePeriods;
+    return desc.yield_method_arg != 1 ? kDelayedMaturity : kWholePeriods;
+  }
+  if (type == 284 || type == 286) {
+    if (within_spanish_simple && simple_final) return kChainedSimple;
+    return desc.accrual_basis == 5 ? kActual365Exponents : kWholePeriods;
+  }
+  return one_period_left && simple_final ? kSimpleFinalPeriod : kWholePeriods;
+}
+
+double price_from_yield(double yield, const bond_desc& desc, double* first_derivative,
+                        double* second_derivative, int32_t* error) noexcept {
+  int32_t local = 0;
+  int32_t* err = error ? error : &local;
+  *err = 0;
+
+  if (desc.amort_kind != kNoAmortisation)
+    return amortising_evaluator(yield, desc, first_derivative, second_derivative, err);
+
+  const int32_t yield_method = bond_type_yield_method(desc.type, desc.yield_method_arg);
+  switch (yield_method) {
+    case kStandardYield:
+      if (final_period_method(desc) == kSimpleFinalPeriod)
+        return simple_final_evaluator(yield, desc, first_derivative, second_derivative, err);
+      break;
+    case kJapaneseSimpleYield:
+      return japanese_simple_evaluator(yield, desc, first_derivative, second_derivative, err);
+    case kBraessYield:
+    case kMoosmullerYield:
+    case kActual36525Yield:
+      break;
+    default:
+      *err = 1;
+      return -1.0;
+  }
+  return price_with_numerical_curvature(compound_evaluator(desc, yield_method), yield, desc,
+                                        first_derivative, second_derivative, err);
+}
+
+}  // namespace kbond::engine
