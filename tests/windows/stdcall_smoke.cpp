@@ -318,6 +318,48 @@ void frn_registry_under_threads() {
 }
 #endif
 
+// One call into each further family, with a settlement date that cannot be
+// valid: the DLL answers with an error code and the failure value (and, on
+// 32-bit, cleans its own arguments on this path too).
+void family_error_paths() {
+  std::puts("family calls with an invalid settlement date");
+  [[maybe_unused]] constexpr int32_t kNoDate = -1;
+#if defined(KBOND_HAS_KVLfrnsm)
+  if (auto fn = KBOND_RESOLVE(KVLfrnsm)) {
+    int32_t err = 0;
+    const double r = stack_checked_call("KVLfrnsm", fn, kMaturity, kNoDate, 0.05, 99.5, 0.05, 0.01,
+                                        nullptr, nullptr, nullptr, nullptr, nullptr, &err);
+    check(err != 0 && r == -1.0, "KVLfrnsm refuses an invalid settlement");
+  }
+#endif
+#if defined(KBOND_HAS_KVLilgai)
+  if (auto fn = KBOND_RESOLVE(KVLilgai)) {
+    int32_t err = 0;
+    const double r = stack_checked_call("KVLilgai", fn, 0.025, 1.25, kMaturity, kNoDate, nullptr,
+                                        nullptr, nullptr, nullptr, 0, nullptr, nullptr, &err);
+    check(err != 0 && r == -1.0, "KVLilgai refuses an invalid settlement");
+  }
+#endif
+#if defined(KBOND_HAS_KVLtipsai)
+  if (auto fn = KBOND_RESOLVE(KVLtipsai)) {
+    int32_t err = 0;
+    const double r = stack_checked_call("KVLtipsai", fn, 0.025, kMaturity, kNoDate, nullptr, 0,
+                                        nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0, nullptr,
+                                        &err);
+    check(err != 0 && r == -1.0, "KVLtipsai refuses an invalid settlement");
+  }
+#endif
+#if defined(KBOND_HAS_KVLoatiai)
+  if (auto fn = KBOND_RESOLVE(KVLoatiai)) {
+    int32_t err = 0;
+    const double r = stack_checked_call("KVLoatiai", fn, 0.025, kMaturity, kNoDate, nullptr, 0,
+                                        nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0, nullptr,
+                                        &err);
+    check(err != 0 && r == -1.0, "KVLoatiai refuses an invalid settlement");
+  }
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -349,6 +391,8 @@ int main(int argc, char** argv) {
     defined(KBOND_HAS_KVLfreefrntype)
   frn_registry_under_threads();
 #endif
+
+  family_error_paths();
 
   FreeLibrary(g_dll);
   std::printf("%d checks, %d failed\n", g_checks.load(), g_failures.load());
