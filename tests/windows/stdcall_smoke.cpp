@@ -318,8 +318,8 @@ void frn_registry_under_threads() {
 }
 #endif
 
-// One call into each further family, with a settlement date that cannot be
-// valid: the DLL answers with an error code and the failure value (and, on
+// One call into each further family, with a settlement (or delivery) date
+// that cannot be valid: the DLL answers with an error code and the failure value (and, on
 // 32-bit, cleans its own arguments on this path too).
 void family_error_paths() {
   std::puts("family calls with an invalid settlement date");
@@ -330,6 +330,14 @@ void family_error_paths() {
     const double r = stack_checked_call("KVLfrnsm", fn, kMaturity, kNoDate, 0.05, 99.5, 0.05, 0.01,
                                         nullptr, nullptr, nullptr, nullptr, nullptr, &err);
     check(err != 0 && r == -1.0, "KVLfrnsm refuses an invalid settlement");
+  }
+#endif
+#if defined(KBOND_HAS_KVLbfact)
+  if (auto fn = KBOND_RESOLVE(KVLbfact)) {
+    int32_t err = 0;
+    stack_checked_call("KVLbfact", fn, 0.05, kMaturity, kNoDate, nullptr, nullptr, 0, nullptr,
+                       nullptr, nullptr, nullptr, nullptr, &err);
+    check(err != 0, "KVLbfact refuses an invalid delivery date");
   }
 #endif
 #if defined(KBOND_HAS_KVLilgai)
