@@ -296,6 +296,43 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 /* Straight bonds: yields, risk measures, schedules and cash flows          */
 /* ======================================================================== */
 
+/* Arguments of this section: the common bond arguments as described in the
+** section above, in their order 1..28, with each function's own inputs at
+** the positions its declaration shows. Where a function takes fewer of them,
+** its comment names the ones it takes; the rest are absent (NULL / 0). The
+** end-of-month override is only exposed by KVLbcpn and KVLbncpn.
+*/
+
+/* KVLbyld: yield to maturity from the clean price.
+**   price   clean price per 100 (per 100 of outstanding face for an
+**           amortising bond), after coupon arguments 1-5
+**   other arguments as KVLbpr
+** Returns the yield as a decimal fraction per year, compounded at the type's
+** quotation frequency (annually for the "yields quoted annually" types when
+** more than one period remains, else at the coupon frequency). Bonds priced
+** at simple interest (Japanese simple yield) and bonds in a money-market last
+** period are solved in closed form; the others by Newton's method from the
+** current yield (5 % for a zero coupon), tolerance 1e-6 of face, 64 steps,
+** then by a bracketing search between -0.9 x frequency and 25.
+** Rounding: types 0, 1 to 8 decimals; 2, 3, 16 to 5; 380 to 7; others none.
+** Errors: 1 invalid description (or both solvers failed), 350 price zero,
+** negative, NaN or not above minus the accrued interest, 160 settlement after
+** maturity in a closed form, 460 no time left to maturity, -60 lock.
+** Failure value -1.0; -999.0 when both solvers failed. */
+KVL_EXPORT double KVL_API KVLbyld(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                  int32_t n_dates, int32_t settlement, double price,
+                                  const int32_t* dated_date, const int32_t* first_coupon,
+                                  const int32_t* type, const int32_t* frequency,
+                                  int32_t n_frequency, const double* redemption,
+                                  const double* coupon_tax, const double* discount_tax,
+                                  const int32_t* horizon, const double* issue_price,
+                                  const int32_t* yield_method, const int32_t* bd_flags,
+                                  const int32_t* holidays, int32_t n_holidays,
+                                  const double* factor, const int32_t* sink_dates, int32_t n_sink,
+                                  const int32_t* sink_ends, int32_t n_sink_ends,
+                                  const double* sink_amounts, const double* sink_premium,
+                                  const int32_t* exdiv_days, int32_t* error);
+
 /* ---- end of straight bonds: yields, risk, schedules ---- */
 
 
