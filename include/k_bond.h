@@ -333,6 +333,107 @@ KVL_EXPORT double KVL_API KVLbyld(const double* coupons, int32_t n_coupons, cons
                                   const double* sink_amounts, const double* sink_premium,
                                   const int32_t* exdiv_days, int32_t* error);
 
+/* KVLbdur: duration at a quoted yield.
+**   yield          as KVLbpr (quotation frequency of the type)
+**   duration_kind  NULL or 0: modified duration; nonzero: Macaulay
+**   the common arguments in their order, duration_kind standing between
+**   redemption (11) and coupon_tax (12); no end-of-month override.
+** Modified duration = -(dP/dy) / (P + AI), in years, with dP/dy by the quoted
+** yield (chain rule through the annual re-expression for the "yields quoted
+** annually" types). Macaulay = modified x (1 + y / quotation frequency).
+** Unrounded. Errors: 1 invalid description, non-finite yield or dirty value
+** not positive; 401 vanishing denominator; -60 lock. Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbdur(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                  int32_t n_dates, int32_t settlement, double yield,
+                                  const int32_t* dated_date, const int32_t* first_coupon,
+                                  const int32_t* type, const int32_t* frequency,
+                                  int32_t n_frequency, const double* redemption,
+                                  const int32_t* duration_kind, const double* coupon_tax,
+                                  const double* discount_tax, const int32_t* horizon,
+                                  const double* issue_price, const int32_t* yield_method,
+                                  const int32_t* bd_flags, const int32_t* holidays,
+                                  int32_t n_holidays, const double* factor,
+                                  const int32_t* sink_dates, int32_t n_sink,
+                                  const int32_t* sink_ends, int32_t n_sink_ends,
+                                  const double* sink_amounts, const double* sink_premium,
+                                  const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbconv: convexity (d2P/dy2) / (P + AI) at a quoted yield, in years
+** squared; arguments as KVLbpr. Unrounded. Errors as KVLbdur. Failure value
+** -1.0 when the lock or the description fails, -999.0 when the computation
+** fails. */
+KVL_EXPORT double KVL_API KVLbconv(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double yield,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   int32_t n_frequency, const double* redemption,
+                                   const double* coupon_tax, const double* discount_tax,
+                                   const int32_t* horizon, const double* issue_price,
+                                   const int32_t* yield_method, const int32_t* bd_flags,
+                                   const int32_t* holidays, int32_t n_holidays,
+                                   const double* factor, const int32_t* sink_dates,
+                                   int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+                                   const double* sink_amounts, const double* sink_premium,
+                                   const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbvalbp: price value of a basis point, -(dP/dy) / scale per 100 of
+** (outstanding) face: the fall in price for a one basis point rise in the
+** quoted yield when scale is 100.
+**   scale   NULL: 100.0; stands between issue_price (16) and yield_method (17)
+** Errors: 310 scale zero, negative or NaN (checked first, before the lock),
+** 1 invalid description or yield, 401, -60 lock. Failure value -999.0,
+** except -1.0 when the description is invalid. */
+KVL_EXPORT double KVL_API KVLbvalbp(const double* coupons, int32_t n_coupons,
+                                    const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                    double yield, const int32_t* dated_date,
+                                    const int32_t* first_coupon, const int32_t* type,
+                                    const int32_t* frequency, int32_t n_frequency,
+                                    const double* redemption, const double* coupon_tax,
+                                    const double* discount_tax, const int32_t* horizon,
+                                    const double* issue_price, const double* scale,
+                                    const int32_t* yield_method, const int32_t* bd_flags,
+                                    const int32_t* holidays, int32_t n_holidays,
+                                    const double* factor, const int32_t* sink_dates,
+                                    int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+                                    const double* sink_amounts, const double* sink_premium,
+                                    const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbval32: yield value of a tick, 1 / (KVLbvalbp x ticks): the change in
+** yield, in basis points, that moves the price by one tick.
+**   ticks_per_point  NULL: 32.0 (a 32nd); in KVLbvalbp's scale position
+** Errors: 310 ticks zero, negative or NaN (result -999.0); otherwise those of
+** KVLbvalbp, whose value is used as it comes: on its failure the result is
+** 1 / (failure value x ticks) and only the error code tells. */
+KVL_EXPORT double KVL_API KVLbval32(const double* coupons, int32_t n_coupons,
+                                    const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                    double yield, const int32_t* dated_date,
+                                    const int32_t* first_coupon, const int32_t* type,
+                                    const int32_t* frequency, int32_t n_frequency,
+                                    const double* redemption, const double* coupon_tax,
+                                    const double* discount_tax, const int32_t* horizon,
+                                    const double* issue_price, const double* ticks_per_point,
+                                    const int32_t* yield_method, const int32_t* bd_flags,
+                                    const int32_t* holidays, int32_t n_holidays,
+                                    const double* factor, const int32_t* sink_dates,
+                                    int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+                                    const double* sink_amounts, const double* sink_premium,
+                                    const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbcamt: the coupon of the current period per 100 of face, net of the
+** withholding tax (a full coupon in a regular period, the odd amount in an
+** odd first period). Takes common arguments 1-10, coupon_tax (12) and the
+** amortisation arguments 21-27. Types 16, 17 and 22 pay as 2, 12 and 20.
+** Errors: 1 invalid description, -60 lock. Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbcamt(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, const int32_t* dated_date,
+                                   const int32_t* first_coupon, const int32_t* type,
+                                   const int32_t* frequency, int32_t n_frequency,
+                                   const double* coupon_tax, const double* factor,
+                                   const int32_t* sink_dates, int32_t n_sink,
+                                   const int32_t* sink_ends, int32_t n_sink_ends,
+                                   const double* sink_amounts, const double* sink_premium,
+                                   int32_t* error);
+
 /* ---- end of straight bonds: yields, risk, schedules ---- */
 
 

@@ -95,6 +95,44 @@ struct StraightBond {
                    p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
                    p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
   }
+  double duration(double y, const int32_t* kind = nullptr, int32_t* error = nullptr) const {
+    return KVLbdur(rates.data(), n_rates(), dates.data(), n_dates(), settlement, y, p_dated(),
+                   p_first(), p_type(), p_freq(), n_freq(), p_redemption(), kind,
+                   p_coupon_tax(), p_discount_tax(), p_horizon(), nullptr, p_method(),
+                   p_bd_flags(), p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
+                   p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  }
+  double macaulay(double y, int32_t* error = nullptr) const {
+    const int32_t kind = 1;
+    return duration(y, &kind, error);
+  }
+  double convexity(double y, int32_t* error = nullptr) const {
+    return KVLbconv(rates.data(), n_rates(), dates.data(), n_dates(), settlement, y, p_dated(),
+                    p_first(), p_type(), p_freq(), n_freq(), p_redemption(), p_coupon_tax(),
+                    p_discount_tax(), p_horizon(), nullptr, p_method(), p_bd_flags(),
+                    p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
+                    p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  }
+  double value_of_bp(double y, const double* scale = nullptr, int32_t* error = nullptr) const {
+    return KVLbvalbp(rates.data(), n_rates(), dates.data(), n_dates(), settlement, y, p_dated(),
+                     p_first(), p_type(), p_freq(), n_freq(), p_redemption(), p_coupon_tax(),
+                     p_discount_tax(), p_horizon(), nullptr, scale, p_method(), p_bd_flags(),
+                     p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
+                     p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  }
+  double value_of_tick(double y, const double* ticks = nullptr, int32_t* error = nullptr) const {
+    return KVLbval32(rates.data(), n_rates(), dates.data(), n_dates(), settlement, y, p_dated(),
+                     p_first(), p_type(), p_freq(), n_freq(), p_redemption(), p_coupon_tax(),
+                     p_discount_tax(), p_horizon(), nullptr, ticks, p_method(), p_bd_flags(),
+                     p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
+                     p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  }
+  double coupon_amount(int32_t* error = nullptr) const {
+    return KVLbcamt(rates.data(), n_rates(), dates.data(), n_dates(), settlement, p_dated(),
+                    p_first(), p_type(), p_freq(), n_freq(), p_coupon_tax(), p_factor(),
+                    p_sink_dates(), n_sink(), p_sink_ends(), n_sink_ends(), p_sink_amounts(),
+                    nullptr, error);
+  }
 
   // Storage for the frequency pair the pointer argument points to.
   mutable int32_t freq_pair_[2] = {0, 0};
