@@ -434,6 +434,55 @@ KVL_EXPORT double KVL_API KVLbcamt(const double* coupons, int32_t n_coupons, con
                                    const double* sink_amounts, const double* sink_premium,
                                    int32_t* error);
 
+/* KVLbcshflw: the table of remaining cash flows, one row per remaining
+** cash-flow period, in date order, in four parallel arrays that the library
+** allocates (malloc) and the caller releases with KVLbcshflw_free:
+**   out_dates      payment dates, moved to the following business day when
+**                  the bond pays on business days (yield_method 1)
+**   out_coupons    coupon per 100 of initial face, net of coupon_tax; 0 in
+**                  the first row when the bond trades ex-dividend; paid on
+**                  the face still outstanding after sinking-fund repayments
+**   out_principal  principal repaid per 100 of initial face (at par on
+**                  sinking-fund dates, at the redemption value at maturity),
+**                  net of tax on the gain over `price`: taxed at coupon_tax
+**                  before the tax horizon date, at discount_tax from then
+**                  on, and not at all without a discount_tax
+**   out_periods    time from settlement in coupon periods: the exponents of
+**                  the bond's own yield convention, so that the rows
+**                  discounted at (1 + y/f)^-periods sum to the dirty price
+**                  (times the outstanding factor of an amortising bond)
+** Any out pointer may be NULL: that column is not made; with all four NULL
+** nothing is allocated and the row count is returned.
+**   price   clean price per 100 of outstanding face (NULL: 100.0), for the
+**           tax on the gain; stands between issue_price (16) and
+**           yield_method (17)
+** The common arguments follow the four out pointers in their order (no
+** end-of-month override). Types 16, 17 and 22 pay as 2, 12 and 20.
+** Returns the row count. Errors: 1 invalid description (result -1), 350
+** price not finite (-1), -60 lock (-1), -50 memory (0). After any failure
+** every given out pointer is NULL. */
+KVL_EXPORT int32_t KVL_API KVLbcshflw(int32_t** out_dates, double** out_coupons,
+                                      double** out_principal, double** out_periods,
+                                      const double* coupons, int32_t n_coupons,
+                                      const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                      const int32_t* dated_date, const int32_t* first_coupon,
+                                      const int32_t* type, const int32_t* frequency,
+                                      int32_t n_frequency, const double* redemption,
+                                      const double* coupon_tax, const double* discount_tax,
+                                      const int32_t* horizon, const double* issue_price,
+                                      const double* price, const int32_t* yield_method,
+                                      const int32_t* bd_flags, const int32_t* holidays,
+                                      int32_t n_holidays, const double* factor,
+                                      const int32_t* sink_dates, int32_t n_sink,
+                                      const int32_t* sink_ends, int32_t n_sink_ends,
+                                      const double* sink_amounts, const double* sink_premium,
+                                      const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbcshflw_free: releases the arrays of a KVLbcshflw table (any pointer
+** may be NULL). The arrays must not be freed in any other way. */
+KVL_EXPORT void KVL_API KVLbcshflw_free(int32_t* dates, double* coupons, double* principal,
+                                        double* periods);
+
 /* ---- end of straight bonds: yields, risk, schedules ---- */
 
 

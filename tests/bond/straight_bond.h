@@ -133,6 +133,16 @@ struct StraightBond {
                     p_sink_dates(), n_sink(), p_sink_ends(), n_sink_ends(), p_sink_amounts(),
                     nullptr, error);
   }
+  // The cash-flow table; `price` NULL for 100.
+  int32_t cash_flows(int32_t** d, double** c, double** p, double** t,
+                     const double* clean = nullptr, int32_t* error = nullptr) const {
+    return KVLbcshflw(d, c, p, t, rates.data(), n_rates(), dates.data(), n_dates(), settlement,
+                      p_dated(), p_first(), p_type(), p_freq(), n_freq(), p_redemption(),
+                      p_coupon_tax(), p_discount_tax(), p_horizon(), nullptr, clean, p_method(),
+                      p_bd_flags(), p_holidays(), n_holidays(), p_factor(), p_sink_dates(),
+                      n_sink(), p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr,
+                      p_exdiv(), error);
+  }
 
   // Storage for the frequency pair the pointer argument points to.
   mutable int32_t freq_pair_[2] = {0, 0};
