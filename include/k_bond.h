@@ -483,6 +483,71 @@ KVL_EXPORT int32_t KVL_API KVLbcshflw(int32_t** out_dates, double** out_coupons,
 KVL_EXPORT void KVL_API KVLbcshflw_free(int32_t* dates, double* coupons, double* principal,
                                         double* periods);
 
+/* KVLbcpn: a coupon date counted from settlement, for a bond described by
+** its maturity and schedule alone.
+**   maturity, settlement   date serials
+**   k             NULL: 0. 0 the last coupon date on or before settlement,
+**                 1 the next one, -1 the one before the last, and so on
+**   dated_date, first_coupon, type, frequency (NULL: the type's default),
+**   eom           the common arguments 6, 7, 8, 9 and the end-of-month
+**                 override (NULL: the type's rule)
+** A maturity off the coupon grid is itself the last coupon date. When the
+** dated date or the first coupon is given, no date before the first coupon
+** is returned (a settlement before it counts from the day before it).
+** Types 16, 17 and 22 as 2, 12 and 20. Errors: 1 invalid description or a
+** date before the first coupon or after maturity, -60 lock. Failure -1. */
+KVL_EXPORT int32_t KVL_API KVLbcpn(int32_t maturity, int32_t settlement, const int32_t* k,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   const int32_t* eom, int32_t* error);
+
+/* KVLbncpn: the number of coupons still to be paid after settlement
+** (including a broken last one); arguments as KVLbcpn without k.
+** Errors: 1 invalid description, -60 lock. Failure -1. */
+KVL_EXPORT int32_t KVL_API KVLbncpn(int32_t maturity, int32_t settlement,
+                                    const int32_t* dated_date, const int32_t* first_coupon,
+                                    const int32_t* type, const int32_t* frequency,
+                                    const int32_t* eom, int32_t* error);
+
+/* KVLbexdiv: the ex-dividend date of the first coupon after settlement.
+**   reference_coupon  any coupon date of the bond (normally its maturity);
+**                     the schedule steps from it at the type's frequency
+**   type              bond type code (NULL: 0); its own ex-dividend rule
+**                     applies, e.g. Gilts 7 business days back plus a day
+**   exdiv_period      NULL: the type's rule; n >= 1: n business days before
+**                     the coupon date; n <= 0: n calendar days added to it
+**   holidays, n_holidays  ascending holiday serials for business days
+**   weekend_flags     NULL: Saturday and Sunday are holidays; bit 0 set:
+**                     Saturday is a business day; bit 1: Sunday
+** A type without an ex-dividend period returns the coupon date itself.
+** Errors: 1 invalid date or a type without a default frequency, 50 NULL
+** holidays with a positive count, 60 negative count, 460 unknown type,
+** -60 lock. Failure -1. */
+KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_t settlement,
+                                     const int32_t* type, const int32_t* exdiv_period,
+                                     const int32_t* holidays, int32_t n_holidays,
+                                     const uint8_t* weekend_flags, int32_t* error);
+
+/* KVLbal: average life in years of a bond with a sinking fund: the time
+** from settlement to each repayment of principal, weighted by the fraction
+** of face repaid (coupon periods over the frequency). Repayments fall on
+** the amortisation dates of the coupon grid; what remains is repaid at
+** maturity, after a broken last period when the maturity is off the grid.
+** Without a sinking fund: the time to maturity so measured.
+**   maturity, settlement, then the common arguments 6-11 (dated_date,
+**   first_coupon, type, frequency, n_frequency, redemption) and 21-27
+**   (factor .. sink_premium). Types 16, 17 and 22 as 2, 12 and 20.
+** Errors: 1 any invalid description (result 0.0, not -1.0), or nothing
+** left to repay (result -1 / frequency); -60 lock (-1.0). */
+KVL_EXPORT double KVL_API KVLbal(int32_t maturity, int32_t settlement, const int32_t* dated_date,
+                                 const int32_t* first_coupon, const int32_t* type,
+                                 const int32_t* frequency, int32_t n_frequency,
+                                 const double* redemption, const double* factor,
+                                 const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 int32_t* error);
+
 /* ---- end of straight bonds: yields, risk, schedules ---- */
 
 
