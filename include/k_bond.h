@@ -333,6 +333,148 @@ KVL_EXPORT double KVL_API KVLbyld(const double* coupons, int32_t n_coupons, cons
                                   const double* sink_amounts, const double* sink_premium,
                                   const int32_t* exdiv_days, int32_t* error);
 
+/* KVLbhyld: horizon yield, the yield earned from settlement to a sale.
+**   price          clean purchase price per 100
+**   horizon_date   sale date, after settlement and not after maturity
+**   horizon_price  clean sale price per 100
+**   then the common arguments 6-28 without redemption (11): the horizon
+**   price takes its place.
+** The bond is valued as one that matures on the horizon date at the horizon
+** price, on its own coupon grid: a sale between coupon dates ends a broken
+** last period whose coupon is the accrued interest the buyer pays. Yield at
+** the coupon frequency, unrounded and not re-expressed.
+** Errors: 160 horizon not after settlement or after maturity, 1 invalid
+** description or solver failure, 350 price not positive, -50 memory, -60
+** lock. Failure value -1.0; -999.0 when both solvers fail. */
+KVL_EXPORT double KVL_API KVLbhyld(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double price,
+                                   int32_t horizon_date, double horizon_price,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   int32_t n_frequency, const double* coupon_tax,
+                                   const double* discount_tax, const int32_t* horizon,
+                                   const double* issue_price, const int32_t* yield_method,
+                                   const int32_t* bd_flags, const int32_t* holidays,
+                                   int32_t n_holidays, const double* factor,
+                                   const int32_t* sink_dates, int32_t n_sink,
+                                   const int32_t* sink_ends, int32_t n_sink_ends,
+                                   const double* sink_amounts, const double* sink_premium,
+                                   const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbryld: realized compound yield of a bond held to maturity with its
+** coupons reinvested.
+**   price              clean price per 100
+**   reinvestment_rate  decimal per year, compounded at the coupon frequency
+**   then the common arguments 6-13 and 15-20 (no sinking fund, no
+**   ex-dividend override).
+** Each coupon (net of coupon_tax) grows at the reinvestment rate to
+** maturity; the redemption is net of tax on the gain over the price (as
+** income when the bond matures before the tax horizon, else at
+** discount_tax; untaxed without a discount_tax). Result
+** ((value at maturity / dirty price)^(1/N) - 1) x frequency, N the periods
+** from settlement to maturity. Unrounded.
+** Errors: 250 reinvestment rate of -100 % a period or below, 1 invalid
+** description or dirty price or periods not positive, -60 lock. Failure
+** value -1.0. */
+KVL_EXPORT double KVL_API KVLbryld(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double price,
+                                   double reinvestment_rate, const int32_t* dated_date,
+                                   const int32_t* first_coupon, const int32_t* type,
+                                   const int32_t* frequency, int32_t n_frequency,
+                                   const double* redemption, const double* coupon_tax,
+                                   const double* discount_tax, const int32_t* horizon,
+                                   const double* issue_price, const int32_t* yield_method,
+                                   const int32_t* bd_flags, const int32_t* holidays,
+                                   int32_t n_holidays, int32_t* error);
+
+/* KVLbyldal: yield to average life of a bond with a sinking fund.
+**   price   clean price per 100
+**   then the common arguments 6-13, 15-17 and the amortisation arguments
+**   21-27 of KVLbal (no business-day or ex-dividend arguments).
+** Without a sinking fund (factor NULL or 0) it is KVLbyld. Otherwise the
+** average life (KVLbal, plus half a day) from settlement gives the
+** average-life date (whole years as whole years, the fraction in days of
+** the accrued day count), and the result is the yield of the bond as a
+** bullet maturing on that date, on its own coupon grid, rounded as KVLbyld.
+** Errors: 50 NULL dates, 60 n_dates below 1, those of KVLbal and KVLbyld,
+** -50 memory. Failure value -1.0 (-999.0 from KVLbyld without a sinking
+** fund). */
+KVL_EXPORT double KVL_API KVLbyldal(const double* coupons, int32_t n_coupons,
+                                    const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                    double price, const int32_t* dated_date,
+                                    const int32_t* first_coupon, const int32_t* type,
+                                    const int32_t* frequency, int32_t n_frequency,
+                                    const double* redemption, const double* coupon_tax,
+                                    const double* discount_tax, const int32_t* horizon,
+                                    const double* issue_price, const int32_t* yield_method,
+                                    const double* factor, const int32_t* sink_dates,
+                                    int32_t n_sink, const int32_t* sink_ends,
+                                    int32_t n_sink_ends, const double* sink_amounts,
+                                    const double* sink_premium, int32_t* error);
+
+/* KVLbel: remaining life in years as the bond's conventions measure time:
+** the Macaulay duration (KVLbdur) of a zero-coupon bond with the same
+** maturity, settlement, type and schedule.
+**   price_or_yield  10.0 or more: a clean price, first turned into a yield
+**                   by KVLbyld (its error is returned with -1.0); below
+**                   10.0: a yield
+**   other arguments as KVLbpr; taxes, redemption and sinking fund do not
+**   enter the life.
+** Errors and failure value those of KVLbdur. */
+KVL_EXPORT double KVL_API KVLbel(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                 int32_t n_dates, int32_t settlement, double price_or_yield,
+                                 const int32_t* dated_date, const int32_t* first_coupon,
+                                 const int32_t* type, const int32_t* frequency,
+                                 int32_t n_frequency, const double* redemption,
+                                 const double* coupon_tax, const double* discount_tax,
+                                 const int32_t* horizon, const double* issue_price,
+                                 const int32_t* yield_method, const int32_t* bd_flags,
+                                 const int32_t* holidays, int32_t n_holidays,
+                                 const double* factor, const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbyworst: yield to worst, the lowest of the yield to maturity and the
+** yields to each call date after settlement.
+**   price          clean price per 100
+**   call_dates, n_call_dates    strictly ascending call dates, the last not
+**                               after maturity
+**   call_prices, n_call_prices  call price per 100 for each call date (a
+**                               date without its own price takes the next
+**                               date's); the last price given is also the
+**                               redemption at maturity (100 when none);
+**                               at most n_call_dates + 1 prices
+**   these four stand where redemption (11) would; then the common
+**   arguments 12, 13, 15 and 17-28 (no issue price).
+** Each call is valued as the bond maturing on the call date at its price,
+** on its own coupon grid, with the sinking-fund entries before the call.
+** A call yield replaces the worst only when strictly lower (ties keep the
+** later date, or maturity). When the yield to maturity fails but call
+** dates are given the walk goes on: the failed value (-1.0 or -999.0) stays
+** a candidate and the later steps' error codes replace its code, so the
+** failure value can come back with error 0. Rounded as KVLbyld.
+** Errors, checked in this order: 60 n_dates below 1 or a negative count,
+** 70 more prices than dates + 1, 50 a NULL array, 150 first call date not
+** positive, 160 call dates not increasing or after maturity, 460 a call
+** price zero, negative or NaN; then those of KVLbyld, -50 memory, -60 lock.
+** Failure value -1.0; -999.0 when both solvers fail. */
+KVL_EXPORT double KVL_API KVLbyworst(const double* coupons, int32_t n_coupons,
+                                     const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                     double price, const int32_t* dated_date,
+                                     const int32_t* first_coupon, const int32_t* type,
+                                     const int32_t* frequency, int32_t n_frequency,
+                                     const int32_t* call_dates, int32_t n_call_dates,
+                                     const double* call_prices, int32_t n_call_prices,
+                                     const double* coupon_tax, const double* discount_tax,
+                                     const int32_t* horizon, const int32_t* yield_method,
+                                     const int32_t* bd_flags, const int32_t* holidays,
+                                     int32_t n_holidays, const double* factor,
+                                     const int32_t* sink_dates, int32_t n_sink,
+                                     const int32_t* sink_ends, int32_t n_sink_ends,
+                                     const double* sink_amounts, const double* sink_premium,
+                                     const int32_t* exdiv_days, int32_t* error);
+
 /* KVLbdur: duration at a quoted yield.
 **   yield          as KVLbpr (quotation frequency of the type)
 **   duration_kind  NULL or 0: modified duration; nonzero: Macaulay
