@@ -1,12 +1,12 @@
 // KVLbal: average life of sinking funds worked by hand.
 #include <gtest/gtest.h>
 
-#include "bond/straight_bond.h"
+#include "bond/quoted_bond.h"
 
 namespace kbond::testing {
 namespace {
 
-double average_life(const StraightBond& b, int32_t* error = nullptr) {
+double average_life(const QuotedBond& b, int32_t* error = nullptr) {
   return KVLbal(b.maturity(), b.settlement, b.p_dated(), b.p_first(), b.p_type(), b.p_freq(),
                 b.n_freq(), b.p_redemption(), b.p_factor(), b.p_sink_dates(), b.n_sink(),
                 b.p_sink_ends(), b.n_sink_ends(), b.p_sink_amounts(), nullptr, error);
@@ -16,7 +16,7 @@ double average_life(const StraightBond& b, int32_t* error = nullptr) {
 // date, repaying 10 % each June 2026..2033 and 20 % at maturity:
 //   0.1 x (2 + 3 + ... + 9) + 0.2 x 10 = 4.4 + 2.0 = 6.4 years.
 TEST(AverageLife, SinkingFundByHand) {
-  StraightBond sinker;
+  QuotedBond sinker;
   sinker.type = 500;
   sinker.matures(civil_serial(2034, 6, 15)).settles(civil_serial(2024, 6, 15));
   sinker.factor = 1.0;
@@ -34,7 +34,7 @@ TEST(AverageLife, SinkingFundByHand) {
   // Settled after two repayments (16 June 2027): the 80 % still out is
   // repaid 0.1 at 1 .. 6 years less a day, 0.2 at 7: measured in periods
   // from settlement, t0 = 182 / 183 of a period (16 Jun..15 Dec 2027).
-  StraightBond later = sinker;
+  QuotedBond later = sinker;
   later.sink_ends.clear();
   later.settles(civil_serial(2027, 6, 16));
   const double t0 = 182.0 / 183.0;
@@ -48,7 +48,7 @@ TEST(AverageLife, SinkingFundByHand) {
 // settled 12 March 2024, maturing 15 November 2034: 64 / 182 of a period
 // to 15 May 2024, then 21 periods.
 TEST(AverageLife, BulletIsTimeToMaturity) {
-  StraightBond note;
+  QuotedBond note;
   note.matures(civil_serial(2034, 11, 15)).settles(civil_serial(2024, 3, 12));
   EXPECT_NEAR(average_life(note), (64.0 / 182.0 + 21.0) / 2.0, 1e-12);
 }
@@ -58,7 +58,7 @@ TEST(AverageLife, BulletIsTimeToMaturity) {
 // face is repaid after the broken period: 47 days of the 184-day period
 // 15 Aug 2039 .. 15 Feb 2040, in periods of half a year.
 TEST(AverageLife, OddLastPeriod) {
-  StraightBond bond;
+  QuotedBond bond;
   bond.matures(civil_serial(2039, 10, 1)).settles(civil_serial(2039, 3, 1));
   bond.dated_date = civil_serial(2024, 2, 20);
   bond.first_coupon = civil_serial(2025, 2, 15);
@@ -68,7 +68,7 @@ TEST(AverageLife, OddLastPeriod) {
 }
 
 TEST(AverageLife, FailureReturnsZero) {
-  StraightBond bond;
+  QuotedBond bond;
   bond.matures(civil_serial(2034, 11, 15)).settles(-3);
   int32_t err = 0;
   EXPECT_EQ(average_life(bond, &err), 0.0);

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "bond/straight_bond.h"
+#include "bond/quoted_bond.h"
 
 namespace kbond::testing {
 namespace {
@@ -19,7 +19,7 @@ struct Table {
   double* principal = nullptr;
   double* periods = nullptr;
 
-  explicit Table(const StraightBond& bond, const double* price = nullptr) {
+  explicit Table(const QuotedBond& bond, const double* price = nullptr) {
     rows = bond.cash_flows(&dates, &coupons, &principal, &periods, price, &error);
   }
   ~Table() { KVLbcshflw_free(dates, coupons, principal, periods); }
@@ -38,7 +38,7 @@ struct Table {
 // Two years of a 5 % Treasury settled 12 March 2024, coupons on 15 May and
 // 15 November: t0 = 64 / 184 of a period (12 Mar..15 May over 15 Nov..15 May).
 TEST(CashFlowTable, TreasuryNoteByHand) {
-  StraightBond note;
+  QuotedBond note;
   note.coupon(0.05).matures(civil_serial(2026, 5, 15)).settles(civil_serial(2024, 3, 12));
   Table t(note);
   ASSERT_EQ(t.error, 0);
@@ -58,7 +58,7 @@ TEST(CashFlowTable, TreasuryNoteByHand) {
 // 10 % of the initial face repaid each 15 June from 2026 to 2033, the
 // last 20 % at maturity on 15 June 2034: coupons fall with the face.
 TEST(CashFlowTable, SinkingFundPrincipalAndCoupons) {
-  StraightBond sinker;
+  QuotedBond sinker;
   sinker.type = 500;
   sinker.coupon(0.06).matures(civil_serial(2034, 6, 15)).settles(civil_serial(2024, 3, 12));
   sinker.factor = 1.0;
@@ -86,7 +86,7 @@ TEST(CashFlowTable, SinkingFundPrincipalAndCoupons) {
 // tax horizon (12 months by default), as income at the coupon tax (40 %:
 // 96.00 net). Without a capital-gains rate nothing is taxed.
 TEST(CashFlowTable, TaxOnTheGainOverThePrice) {
-  StraightBond bond;
+  QuotedBond bond;
   bond.type = 500;
   bond.coupon(0.03).matures(civil_serial(2029, 6, 1)).settles(civil_serial(2024, 3, 12));
   bond.has_coupon_tax = bond.has_discount_tax = true;
@@ -102,13 +102,13 @@ TEST(CashFlowTable, TaxOnTheGainOverThePrice) {
     Table t(bond, &above_par);
     EXPECT_NEAR(t.principal[t.rows - 1], 100.0, 1e-12);
   }
-  StraightBond short_bond = bond;
+  QuotedBond short_bond = bond;
   short_bond.matures(civil_serial(2024, 12, 1));
   {
     Table t(short_bond, &bought);
     EXPECT_NEAR(t.principal[t.rows - 1], 96.0, 1e-12);
   }
-  StraightBond untaxed = bond;
+  QuotedBond untaxed = bond;
   untaxed.has_discount_tax = false;
   {
     Table t(untaxed, &bought);
@@ -122,45 +122,45 @@ TEST(CashFlowTable, RowsRepriceTheBond) {
   const int32_t settle = civil_serial(2024, 3, 12);
   struct Case {
     const char* name;
-    StraightBond bond;
+    QuotedBond bond;
     int f;
   };
   std::vector<Case> cases;
-  StraightBond regular;
+  QuotedBond regular;
   regular.type = 500;
   regular.coupon(0.045).matures(civil_serial(2039, 8, 15)).settles(settle);
   cases.push_back({"regular", regular, 2});
 
-  StraightBond stepped = regular;
+  QuotedBond stepped = regular;
   stepped.rates = {0.02, 0.035, 0.05};
   stepped.dates = {civil_serial(2026, 8, 15), civil_serial(2030, 8, 15), civil_serial(2039, 8, 15)};
   cases.push_back({"stepped", stepped, 2});
 
-  StraightBond odd_first = regular;
+  QuotedBond odd_first = regular;
   odd_first.dated_date = civil_serial(2024, 2, 20);
   odd_first.first_coupon = civil_serial(2025, 2, 15);  // long first coupon
   cases.push_back({"odd first", odd_first, 2});
 
-  StraightBond odd_last = odd_first;
+  QuotedBond odd_last = odd_first;
   odd_last.matures(civil_serial(2039, 10, 1));  // off the grid through 15 Feb
   cases.push_back({"odd last", odd_last, 2});
 
-  StraightBond gilt;  // ex-dividend: 7 March coupon, settled 4 March
+  QuotedBond gilt;  // ex-dividend: 7 March coupon, settled 4 March
   gilt.type = 40;
   gilt.coupon(0.04125).matures(civil_serial(2029, 9, 7)).settles(civil_serial(2024, 3, 4));
   cases.push_back({"gilt ex-dividend", gilt, 2});
 
-  StraightBond colombian;  // exponents in actual days over 365
+  QuotedBond colombian;  // exponents in actual days over 365
   colombian.type = 370;
   colombian.coupon(0.07).matures(civil_serial(2031, 9, 18)).settles(settle);
   cases.push_back({"actual/365 exponents", colombian, 1});
 
-  StraightBond business_days = regular;  // 15 Aug 2026 is a Saturday
+  QuotedBond business_days = regular;  // 15 Aug 2026 is a Saturday
   business_days.yield_method = 1;
   business_days.holidays = {civil_serial(2024, 8, 15)};  // and 2024's is a holiday
   cases.push_back({"business-day payments", business_days, 2});
 
-  StraightBond sinking = regular;
+  QuotedBond sinking = regular;
   sinking.factor = 1.0;
   sinking.sink_dates = {civil_serial(2030, 8, 15)};
   sinking.sink_amounts = {0.0625};
@@ -168,11 +168,11 @@ TEST(CashFlowTable, RowsRepriceTheBond) {
   sinking.frequency = 2;
   cases.push_back({"sinking fund", sinking, 2});
 
-  StraightBond sinking_started = sinking;
+  QuotedBond sinking_started = sinking;
   sinking_started.settles(civil_serial(2032, 11, 3));
   cases.push_back({"sinking fund under way", sinking_started, 2});
 
-  StraightBond taxed = regular;
+  QuotedBond taxed = regular;
   taxed.has_coupon_tax = taxed.has_discount_tax = true;
   taxed.coupon_tax = 0.125;
   taxed.discount_tax = 0.125;
@@ -200,7 +200,7 @@ TEST(CashFlowTable, RowsRepriceTheBond) {
 }
 
 TEST(CashFlowTable, OwnershipAndFailures) {
-  StraightBond bond;
+  QuotedBond bond;
   bond.coupon(0.05).matures(civil_serial(2034, 5, 15)).settles(civil_serial(2024, 3, 12));
   // No columns asked for: nothing allocated, the row count returned.
   EXPECT_EQ(bond.cash_flows(nullptr, nullptr, nullptr, nullptr), 21);
@@ -211,7 +211,7 @@ TEST(CashFlowTable, OwnershipAndFailures) {
   KVLbcshflw_free(nullptr, nullptr, nullptr, periods);
 
   // A failure leaves every given pointer NULL, even one that held a value.
-  StraightBond invalid = bond;
+  QuotedBond invalid = bond;
   invalid.settles(civil_serial(2035, 1, 1));
   int32_t* d = reinterpret_cast<int32_t*>(&bond);
   double* c = &bond.redemption;

@@ -1,7 +1,7 @@
 // KVLbcpn, KVLbncpn and KVLbexdiv against calendars worked by hand.
 #include <gtest/gtest.h>
 
-#include "bond/straight_bond.h"
+#include "bond/quoted_bond.h"
 
 namespace kbond::testing {
 namespace {

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "bond/straight_bond.h"
+#include "bond/quoted_bond.h"
 
 namespace kbond::testing {
 namespace {
@@ -16,28 +16,28 @@ namespace {
 // are clean): a generic semiannual bond, an annual-quoted Eurobond (chain
 // rule through the annual re-expression), a Gilt ex-dividend, a JGB (simple
 // yield), a bond with a sinking fund quoted per outstanding face.
-std::vector<StraightBond> risk_bonds() {
-  std::vector<StraightBond> bonds;
-  StraightBond generic;
+std::vector<QuotedBond> risk_bonds() {
+  std::vector<QuotedBond> bonds;
+  QuotedBond generic;
   generic.type = 500;
   generic.coupon(0.045).matures(civil_serial(2036, 2, 15)).settles(civil_serial(2024, 3, 12));
   bonds.push_back(generic);
 
-  StraightBond annual_quote = generic;
+  QuotedBond annual_quote = generic;
   annual_quote.type = 242;
   bonds.push_back(annual_quote);
 
-  StraightBond gilt;
+  QuotedBond gilt;
   gilt.type = 40;
   gilt.coupon(0.04125).matures(civil_serial(2029, 9, 7)).settles(civil_serial(2024, 3, 4));
   bonds.push_back(gilt);
 
-  StraightBond jgb;
+  QuotedBond jgb;
   jgb.type = 200;
   jgb.coupon(0.008).matures(civil_serial(2033, 12, 20)).settles(civil_serial(2024, 3, 12));
   bonds.push_back(jgb);
 
-  StraightBond sinking = generic;
+  QuotedBond sinking = generic;
   sinking.factor = 1.0;
   sinking.sink_dates = {civil_serial(2030, 2, 15)};
   sinking.sink_amounts = {0.125};
@@ -50,7 +50,7 @@ std::vector<StraightBond> risk_bonds() {
 
 TEST(RiskMeasures, DurationAndConvexityMatchFiniteDifferencesOfThePrice) {
   const double h = 1e-4;
-  for (const StraightBond& bond : risk_bonds()) {
+  for (const QuotedBond& bond : risk_bonds()) {
     const double ai = bond.accrued();
     for (const double y : {0.0, 0.035, 0.08}) {
       const double p0 = bond.price(y), up = bond.price(y + h), down = bond.price(y - h);
@@ -82,7 +82,7 @@ TEST(RiskMeasures, DurationAndConvexityMatchFiniteDifferencesOfThePrice) {
 // par: Macaulay = (0.5 x 3 v + 1 x 3 v^2 + 1.5 x 3 v^3 + 2 x 103 v^4) / 100
 // with v = 1 / 1.03, = 1.91347 years; modified = that / 1.03.
 TEST(RiskMeasures, MacaulayDurationOfATwoYearNote) {
-  StraightBond note;
+  QuotedBond note;
   note.type = 500;
   note.coupon(0.06).matures(civil_serial(2026, 5, 15)).settles(civil_serial(2024, 5, 15));
   double macaulay = 0.0;
@@ -93,7 +93,7 @@ TEST(RiskMeasures, MacaulayDurationOfATwoYearNote) {
   const int32_t modified = 0;
   EXPECT_EQ(note.duration(0.06, &modified), note.duration(0.06));
   // Annual quotation: Macaulay is modified x (1 + y), y the annual yield.
-  StraightBond annual = note;
+  QuotedBond annual = note;
   annual.type = 502;
   const double y = 0.0609;
   EXPECT_NEAR(annual.macaulay(y), annual.duration(y) * (1 + y), 1e-12);
@@ -101,7 +101,7 @@ TEST(RiskMeasures, MacaulayDurationOfATwoYearNote) {
 }
 
 TEST(RiskMeasures, CouponAmount) {
-  StraightBond bond;
+  QuotedBond bond;
   bond.coupon(0.0575).matures(civil_serial(2034, 8, 15)).settles(civil_serial(2024, 3, 12));
   EXPECT_DOUBLE_EQ(bond.coupon_amount(), 2.875);
   bond.has_coupon_tax = true;
@@ -109,14 +109,14 @@ TEST(RiskMeasures, CouponAmount) {
   EXPECT_DOUBLE_EQ(bond.coupon_amount(), 2.3);
   // A short first coupon: 1 Jan to 15 Feb 2024 of the regular 15 Aug 2023
   // to 15 Feb 2024 period (45 of 184 days).
-  StraightBond new_issue;
+  QuotedBond new_issue;
   new_issue.coupon(0.0575).matures(civil_serial(2034, 8, 15)).settles(civil_serial(2024, 1, 10));
   new_issue.dated_date = civil_serial(2024, 1, 1);
   EXPECT_NEAR(new_issue.coupon_amount(), 2.875 * 45.0 / 184.0, 1e-12);
 }
 
 TEST(RiskMeasures, FailureValuesDifferByFunctionAndStep) {
-  StraightBond bond;
+  QuotedBond bond;
   bond.coupon(0.05).matures(civil_serial(2034, 6, 15)).settles(civil_serial(2024, 3, 12));
   int32_t err = 0;
   for (const double bad : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
@@ -136,7 +136,7 @@ TEST(RiskMeasures, FailureValuesDifferByFunctionAndStep) {
   EXPECT_DOUBLE_EQ(bond.value_of_tick(-2.0, nullptr, &err), 1.0 / (-999.0 * 32.0));
   EXPECT_EQ(err, 401);
 
-  StraightBond invalid = bond;
+  QuotedBond invalid = bond;
   invalid.settles(civil_serial(2035, 1, 1));  // after maturity
   EXPECT_EQ(invalid.duration(0.05, nullptr, &err), -1.0);
   EXPECT_EQ(err, 1);

@@ -18,7 +18,7 @@
 
 #include <gtest/gtest.h>
 
-#include "bond/straight_bond.h"
+#include "bond/quoted_bond.h"
 #include "dates/month_arithmetic.h"
 #include "engine/bond_desc.h"
 #include "engine/price_from_yield.h"
@@ -60,7 +60,7 @@ double yield_half_tick(int32_t type) {
 // (coupon frequency), from its tangent at y, per 100 of face. A smooth
 // price function strays by about 1e-12; a jump or noise in the evaluator
 // leaves the solver nothing to converge to.
-double price_roughness(const StraightBond& bond, double y) {
+double price_roughness(const QuotedBond& bond, double y) {
   const engine::bond_args args{.coupons = bond.rates.data(), .n_coupons = bond.n_rates(),
                                .dates = bond.dates.data(), .n_dates = bond.n_dates(),
                                .settlement = bond.settlement, .type = bond.p_type(),
@@ -98,7 +98,7 @@ TEST(YieldRoundTrip, EveryBaseTypeReturnsTheYieldItWasPricedAt) {
     Outcome& out = outcomes[type];
     for (const int32_t months : kMaturityMonths) {
       for (const double c : kCoupons) {
-        StraightBond bond;
+        QuotedBond bond;
         bond.type = type;
         bond.coupon(c).settles(settlement).matures(dates::add_months(settlement, months, 0) + 3);
         // The Yankee type has no default frequency: the caller gives it.
@@ -192,31 +192,31 @@ namespace {
 // taxes, a sinking fund quoted per outstanding face.
 TEST(YieldRoundTrip, ShapesBeyondTheBulletBond) {
   const int32_t settle = civil_serial(2024, 3, 12);
-  std::vector<StraightBond> shapes;
+  std::vector<QuotedBond> shapes;
 
-  StraightBond stepped;  // 3 % to 2027, then 4.5 % to 2036
+  QuotedBond stepped;  // 3 % to 2027, then 4.5 % to 2036
   stepped.rates = {0.03, 0.045};
   stepped.dates = {civil_serial(2027, 6, 15), civil_serial(2036, 6, 15)};
   stepped.settles(settle);
   shapes.push_back(stepped);
 
-  StraightBond odd_first;  // issued 1 Feb 2024, long first coupon 15 Dec 2024
+  QuotedBond odd_first;  // issued 1 Feb 2024, long first coupon 15 Dec 2024
   odd_first.coupon(0.055).matures(civil_serial(2034, 6, 15)).settles(settle);
   odd_first.dated_date = civil_serial(2024, 2, 1);
   odd_first.first_coupon = civil_serial(2024, 12, 15);
   odd_first.type = 500;
   shapes.push_back(odd_first);
 
-  StraightBond odd_last = odd_first;  // grid from the first coupon, maturity off it
+  QuotedBond odd_last = odd_first;  // grid from the first coupon, maturity off it
   odd_last.matures(civil_serial(2034, 8, 1));
   shapes.push_back(odd_last);
 
-  StraightBond gilt_ex_dividend;  // 7 March 2024 coupon: ex-dividend from 28 February
+  QuotedBond gilt_ex_dividend;  // 7 March 2024 coupon: ex-dividend from 28 February
   gilt_ex_dividend.type = 40;
   gilt_ex_dividend.coupon(0.04125).matures(civil_serial(2029, 9, 7)).settles(civil_serial(2024, 3, 4));
   shapes.push_back(gilt_ex_dividend);
 
-  StraightBond taxed;  // Italian-style withholding and capital-gains tax
+  QuotedBond taxed;  // Italian-style withholding and capital-gains tax
   taxed.type = 500;
   taxed.coupon(0.02).matures(civil_serial(2031, 9, 1)).settles(settle);
   taxed.has_coupon_tax = taxed.has_discount_tax = true;
@@ -224,7 +224,7 @@ TEST(YieldRoundTrip, ShapesBeyondTheBulletBond) {
   taxed.discount_tax = 0.125;
   shapes.push_back(taxed);
 
-  StraightBond sinking;  // 10 % of face repaid each 15 June from 2026
+  QuotedBond sinking;  // 10 % of face repaid each 15 June from 2026
   sinking.type = 500;
   sinking.coupon(0.06).matures(civil_serial(2034, 6, 15)).settles(settle);
   sinking.factor = 1.0;
@@ -234,7 +234,7 @@ TEST(YieldRoundTrip, ShapesBeyondTheBulletBond) {
   sinking.frequency = 2;
   shapes.push_back(sinking);
 
-  StraightBond sinking_started = sinking;  // two repayments already made
+  QuotedBond sinking_started = sinking;  // two repayments already made
   sinking_started.settles(civil_serial(2027, 9, 20));
   shapes.push_back(sinking_started);
 

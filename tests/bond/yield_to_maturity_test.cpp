@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "bond/straight_bond.h"
+#include "bond/quoted_bond.h"
 
 namespace kbond::testing {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 // A spreadsheet's PRICE example: settlement 15 Feb 2008, maturity
 // 15 Nov 2017, 5.75 % semiannual, 30/360, yield 6.5 % -> 94.63436162.
 TEST(YieldToMaturity, SpreadsheetPriceExampleInverts) {
-  StraightBond bond;
+  QuotedBond bond;
   bond.type = 530;  // generic bond accruing 30/360, unrounded
   bond.coupon(0.0575).matures(civil_serial(2017, 11, 15)).settles(civil_serial(2008, 2, 15));
   int32_t err = -1;
@@ -24,7 +24,7 @@ TEST(YieldToMaturity, SpreadsheetPriceExampleInverts) {
 
 // On a coupon date a bond priced at par yields its coupon.
 TEST(YieldToMaturity, ParBondOnACouponDateYieldsItsCoupon) {
-  StraightBond note;
+  QuotedBond note;
   note.coupon(0.04).matures(civil_serial(2034, 5, 15)).settles(civil_serial(2024, 5, 15));
   EXPECT_DOUBLE_EQ(note.yield(100.0), 0.04);
 }
@@ -34,7 +34,7 @@ TEST(YieldToMaturity, ParBondOnACouponDateYieldsItsCoupon) {
 // Last coupon 15 May 2024, maturity 15 Nov 2024 (184 days), settlement
 // 16 Aug 2024: 93 days accrued, 91 to run, T = 91 / (2 x 184).
 TEST(YieldToMaturity, LastPeriodMoneyMarketYield) {
-  StraightBond bill;
+  QuotedBond bill;
   bill.coupon(0.02).matures(civil_serial(2024, 11, 15)).settles(civil_serial(2024, 8, 16));
   const double accrued = 1.0 * 93.0 / 184.0;
   const double t = 91.0 / 368.0;
@@ -49,7 +49,7 @@ TEST(YieldToMaturity, LastPeriodMoneyMarketYield) {
 // years to run (20 March 2024 to 20 March 2029: 1826 days, less 29 February
 // 2028 = 1825, T = 5) at 99.00: (1 + 1.00 / 5) / 99 = 1.2121... %.
 TEST(YieldToMaturity, JapaneseSimpleYield) {
-  StraightBond jgb;
+  QuotedBond jgb;
   jgb.type = 200;
   jgb.coupon(0.01).matures(civil_serial(2029, 3, 20)).settles(civil_serial(2024, 3, 20));
   int32_t err = -1;
@@ -60,18 +60,18 @@ TEST(YieldToMaturity, JapaneseSimpleYield) {
 // Eurobonds quoted annually: the semiannual yield re-expressed with annual
 // compounding, (1 + y/2)^2 - 1.
 TEST(YieldToMaturity, AnnualQuotationOfASemiannualBond) {
-  StraightBond semiannual;
+  QuotedBond semiannual;
   semiannual.type = 240;
   semiannual.frequency = 2;
   semiannual.coupon(0.05).matures(civil_serial(2033, 10, 1)).settles(civil_serial(2024, 3, 12));
-  StraightBond quoted_annually = semiannual;
+  QuotedBond quoted_annually = semiannual;
   quoted_annually.type = 242;
   const double y2 = semiannual.yield(97.25);
   EXPECT_NEAR(quoted_annually.yield(97.25), (1 + y2 / 2) * (1 + y2 / 2) - 1, 1e-12);
 }
 
 TEST(YieldToMaturity, MunicipalYieldsRoundToFiveDecimals) {
-  StraightBond muni;
+  QuotedBond muni;
   muni.type = 2;
   muni.coupon(0.0425).matures(civil_serial(2041, 8, 1)).settles(civil_serial(2024, 3, 12));
   const double y = muni.yield(101.375);
@@ -80,7 +80,7 @@ TEST(YieldToMaturity, MunicipalYieldsRoundToFiveDecimals) {
 }
 
 TEST(YieldToMaturity, BadPricesAndDescriptions) {
-  StraightBond bond;
+  QuotedBond bond;
   bond.coupon(0.05).matures(civil_serial(2034, 6, 15)).settles(civil_serial(2024, 3, 12));
   for (const double bad : {0.0, -5.0, std::numeric_limits<double>::quiet_NaN()}) {
     int32_t err = 0;
@@ -95,7 +95,7 @@ TEST(YieldToMaturity, BadPricesAndDescriptions) {
 
   // A money-market bond whose clean price does not cover the negative
   // accrued interest of an ex-dividend Gilt: 7 business days before 7 March.
-  StraightBond gilt;
+  QuotedBond gilt;
   gilt.type = 40;
   gilt.yield_method = 1;  // simple interest in the final period, as asked
   gilt.coupon(0.04).matures(civil_serial(2024, 3, 7)).settles(civil_serial(2024, 3, 1));
@@ -104,7 +104,7 @@ TEST(YieldToMaturity, BadPricesAndDescriptions) {
   EXPECT_EQ(gilt.yield(-accrued * 0.5, &err), -1.0);
   EXPECT_EQ(err, 350);
 
-  StraightBond after = bond;
+  QuotedBond after = bond;
   after.settles(civil_serial(2035, 1, 2));
   EXPECT_EQ(after.yield(99.0, &err), -1.0);
   EXPECT_EQ(err, 1);

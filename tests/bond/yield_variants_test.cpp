@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "bond/straight_bond.h"
+#include "bond/quoted_bond.h"
 
 namespace kbond::testing {
 namespace {
@@ -31,7 +31,7 @@ double on_coupon_date(double v, int n, double c, double redemption) {
   return pv + redemption * std::pow(v, n);
 }
 
-double horizon_yield(const StraightBond& b, double price, int32_t date, double sale,
+double horizon_yield(const QuotedBond& b, double price, int32_t date, double sale,
                      int32_t* error = nullptr) {
   return KVLbhyld(b.rates.data(), b.n_rates(), b.dates.data(), b.n_dates(), b.settlement, price,
                   date, sale, b.p_dated(), b.p_first(), b.p_type(), b.p_freq(), b.n_freq(),
@@ -43,7 +43,7 @@ double horizon_yield(const StraightBond& b, double price, int32_t date, double s
 
 // A 5 % note bought at 99 on its 15 May 2024 coupon date and sold at 101.
 TEST(HorizonYield, SaleOnACouponDate) {
-  StraightBond note;
+  QuotedBond note;
   note.type = 500;
   note.coupon(0.05).matures(civil_serial(2034, 5, 15)).settles(civil_serial(2024, 5, 15));
   const double expected =
@@ -57,7 +57,7 @@ TEST(HorizonYield, SaleOnACouponDate) {
 // 184-day coupon (15 May .. 15 Nov 2026), received 78/184 of a period after
 // the 15 May coupon.
 TEST(HorizonYield, SaleBetweenCouponDatesEarnsTheAccruedInterest) {
-  StraightBond note;
+  QuotedBond note;
   note.type = 500;
   note.coupon(0.05).matures(civil_serial(2034, 5, 15)).settles(civil_serial(2024, 5, 15));
   const double part = 78.0 / 184.0;
@@ -70,7 +70,7 @@ TEST(HorizonYield, SaleBetweenCouponDatesEarnsTheAccruedInterest) {
 }
 
 TEST(HorizonYield, HorizonOutsideTheLife) {
-  StraightBond note;
+  QuotedBond note;
   note.coupon(0.05).matures(civil_serial(2034, 5, 15)).settles(civil_serial(2024, 5, 15));
   int32_t err = 0;
   EXPECT_EQ(horizon_yield(note, 99.0, civil_serial(2034, 5, 16), 101.0, &err), -1.0);
@@ -81,7 +81,7 @@ TEST(HorizonYield, HorizonOutsideTheLife) {
   EXPECT_EQ(err, 0);
 }
 
-double realized_yield(const StraightBond& b, double price, double rate, int32_t* error = nullptr) {
+double realized_yield(const QuotedBond& b, double price, double rate, int32_t* error = nullptr) {
   return KVLbryld(b.rates.data(), b.n_rates(), b.dates.data(), b.n_dates(), b.settlement, price,
                   rate, b.p_dated(), b.p_first(), b.p_type(), b.p_freq(), b.n_freq(),
                   b.p_redemption(), b.p_coupon_tax(), b.p_discount_tax(), b.p_horizon(), nullptr,
@@ -92,7 +92,7 @@ double realized_yield(const StraightBond& b, double price, double rate, int32_t*
 // reinvested at 4 % grow to 3 (1.02^3 + 1.02^2 + 1.02 + 1); with the
 // redemption the 100 paid becomes that + 100 after four periods.
 TEST(RealizedYield, CouponsReinvestedAtAnotherRate) {
-  StraightBond note;
+  QuotedBond note;
   note.type = 500;
   note.coupon(0.06).matures(civil_serial(2026, 5, 15)).settles(civil_serial(2024, 5, 15));
   const double future = 3.0 * (std::pow(1.02, 3) + std::pow(1.02, 2) + 1.02 + 1.0) + 100.0;
@@ -103,7 +103,7 @@ TEST(RealizedYield, CouponsReinvestedAtAnotherRate) {
   // Reinvested at the yield itself, the realized yield is the yield.
   EXPECT_NEAR(realized_yield(note, 100.0, 0.06), 0.06, 1e-13);
   // Bought at 96 with a 25 % tax on the 4 point gain: 99 at maturity.
-  StraightBond taxed = note;
+  QuotedBond taxed = note;
   taxed.has_discount_tax = true;
   taxed.discount_tax = 0.25;
   const double taxed_future = future - 100.0 + 99.0;
@@ -115,7 +115,7 @@ TEST(RealizedYield, CouponsReinvestedAtAnotherRate) {
   EXPECT_EQ(err, 1);
 }
 
-double yield_to_worst(const StraightBond& b, double price, const std::vector<int32_t>& calls,
+double yield_to_worst(const QuotedBond& b, double price, const std::vector<int32_t>& calls,
                       const std::vector<double>& prices, int32_t* error = nullptr) {
   return KVLbyworst(b.rates.data(), b.n_rates(), b.dates.data(), b.n_dates(), b.settlement, price,
                     b.p_dated(), b.p_first(), b.p_type(), b.p_freq(), b.n_freq(),
@@ -132,7 +132,7 @@ double yield_to_worst(const StraightBond& b, double price, const std::vector<int
 //   to 2027: 6 periods to 102; 2029: 10 to 101; 2031: 14 to 100;
 //   maturity: 20 to 100. The worst is the lowest of the four.
 TEST(YieldToWorst, CallScheduleByHand) {
-  StraightBond callable;
+  QuotedBond callable;
   callable.type = 500;
   callable.coupon(0.06).matures(civil_serial(2034, 11, 15)).settles(civil_serial(2024, 11, 15));
   const std::vector<int32_t> calls = {civil_serial(2027, 11, 15), civil_serial(2029, 11, 15),
@@ -155,7 +155,7 @@ TEST(YieldToWorst, CallScheduleByHand) {
   // Below par the issuer would not call: the worst is to maturity.
   EXPECT_NEAR(yield_to_worst(callable, 95.0, calls, prices), callable.yield(95.0), 1e-12);
   // Calls already passed leave the yield to maturity.
-  StraightBond later = callable;
+  QuotedBond later = callable;
   later.settles(civil_serial(2032, 1, 10));
   EXPECT_NEAR(yield_to_worst(later, 104.0, calls, prices), later.yield(104.0), 1e-12);
   // A call at the redemption price on the maturity date ties with the
@@ -165,7 +165,7 @@ TEST(YieldToWorst, CallScheduleByHand) {
 }
 
 TEST(YieldToWorst, BadCallSchedules) {
-  StraightBond callable;
+  QuotedBond callable;
   callable.coupon(0.06).matures(civil_serial(2034, 11, 15)).settles(civil_serial(2024, 11, 15));
   const int32_t a = civil_serial(2027, 11, 15), b = civil_serial(2029, 11, 15);
   int32_t err = 0;
@@ -193,7 +193,7 @@ TEST(YieldToWorst, BadCallSchedules) {
   EXPECT_EQ(err, 60);
 }
 
-double yield_to_average_life(const StraightBond& b, double price, int32_t* error = nullptr) {
+double yield_to_average_life(const QuotedBond& b, double price, int32_t* error = nullptr) {
   return KVLbyldal(b.rates.data(), b.n_rates(), b.dates.data(), b.n_dates(), b.settlement, price,
                    b.p_dated(), b.p_first(), b.p_type(), b.p_freq(), b.n_freq(), b.p_redemption(),
                    b.p_coupon_tax(), b.p_discount_tax(), b.p_horizon(), nullptr, b.p_method(),
@@ -206,7 +206,7 @@ double yield_to_average_life(const StraightBond& b, double price, int32_t* error
 // 9 November 2030. The bond is then a bullet to that date on its June and
 // December coupon grid.
 TEST(YieldToAverageLife, BulletToTheAverageLifeDate) {
-  StraightBond sinker;
+  QuotedBond sinker;
   sinker.type = 500;
   sinker.coupon(0.06).matures(civil_serial(2034, 6, 15)).settles(civil_serial(2024, 6, 15));
   sinker.factor = 1.0;
@@ -214,7 +214,7 @@ TEST(YieldToAverageLife, BulletToTheAverageLifeDate) {
   sinker.sink_amounts = {0.10};
   sinker.frequency = 2;
   sinker.sink_frequency = 1;
-  StraightBond bullet;
+  QuotedBond bullet;
   bullet.type = 500;
   bullet.coupon(0.06).matures(civil_serial(2030, 11, 9)).settles(civil_serial(2024, 6, 15));
   bullet.dated_date = civil_serial(2024, 6, 15);
@@ -224,11 +224,11 @@ TEST(YieldToAverageLife, BulletToTheAverageLifeDate) {
   EXPECT_EQ(err, 0);
   // With a 9 November 2030 coupon grid the answer would differ: the grid
   // is the bond's own.
-  StraightBond regridded = bullet;
+  QuotedBond regridded = bullet;
   regridded.dated_date = regridded.first_coupon = 0;
   EXPECT_GT(std::fabs(regridded.yield(97.0) - bullet.yield(97.0)), 1e-6);
   // Without a sinking fund it is the yield to maturity.
-  StraightBond plain = sinker;
+  QuotedBond plain = sinker;
   plain.factor = 0.0;
   EXPECT_EQ(yield_to_average_life(plain, 97.0), plain.yield(97.0));
   EXPECT_EQ(KVLbyldal(sinker.rates.data(), 1, nullptr, 1, sinker.settlement, 97.0, nullptr,
@@ -239,7 +239,7 @@ TEST(YieldToAverageLife, BulletToTheAverageLifeDate) {
   EXPECT_EQ(err, 50);
 }
 
-double remaining_life(const StraightBond& b, double value, int32_t* error = nullptr) {
+double remaining_life(const QuotedBond& b, double value, int32_t* error = nullptr) {
   return KVLbel(b.rates.data(), b.n_rates(), b.dates.data(), b.n_dates(), b.settlement, value,
                 b.p_dated(), b.p_first(), b.p_type(), b.p_freq(), b.n_freq(), b.p_redemption(),
                 b.p_coupon_tax(), b.p_discount_tax(), b.p_horizon(), nullptr, b.p_method(),
@@ -251,14 +251,14 @@ double remaining_life(const StraightBond& b, double value, int32_t* error = null
 // A Treasury settled 12 March 2024 maturing 15 November 2034: 64/182 of a
 // period to the May coupon and 21 more, at any yield.
 TEST(RemainingLife, TimeToMaturityInTheBondsConventions) {
-  StraightBond note;
+  QuotedBond note;
   note.coupon(0.05).matures(civil_serial(2034, 11, 15)).settles(civil_serial(2024, 3, 12));
   const double life = (64.0 / 182.0 + 21.0) / 2.0;
   int32_t err = -1;
   EXPECT_NEAR(remaining_life(note, 0.05, &err), life, 1e-12);
   EXPECT_EQ(err, 0);
   // 9.99 is a yield of 999 %, 10.0 a price of 10: both give the life.
-  StraightBond short_note;
+  QuotedBond short_note;
   short_note.coupon(0.05).matures(civil_serial(2024, 11, 15)).settles(civil_serial(2024, 3, 12));
   const double short_life = (64.0 / 182.0 + 1.0) / 2.0;
   EXPECT_NEAR(remaining_life(short_note, 9.99, &err), short_life, 1e-12);
