@@ -296,6 +296,400 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 /* Straight bonds: yields, risk measures, schedules and cash flows          */
 /* ======================================================================== */
 
+/* Arguments of this section: the common bond arguments as described in the
+** section above, in their order 1..28, with each function's own inputs at
+** the positions its declaration shows. Where a function takes fewer of them,
+** its comment names the ones it takes; the rest are absent (NULL / 0). The
+** end-of-month override is only exposed by KVLbcpn and KVLbncpn.
+*/
+
+/* KVLbyld: yield to maturity from the clean price.
+**   price   clean price per 100 (per 100 of outstanding face for an
+**           amortising bond), after coupon arguments 1-5
+**   other arguments as KVLbpr
+** Returns the yield as a decimal fraction per year, compounded at the type's
+** quotation frequency (annually for the "yields quoted annually" types when
+** more than one period remains, else at the coupon frequency). Bonds priced
+** at simple interest (Japanese simple yield) and bonds in a money-market last
+** period are solved in closed form; the others by Newton's method from the
+** current yield (5 % for a zero coupon), tolerance 1e-6 of face, 64 steps,
+** then by a bracketing search between -0.9 x frequency and 25.
+** Rounding: types 0, 1 to 8 decimals; 2, 3, 16 to 5; 380 to 7; others none.
+** Errors: 1 invalid description (or both solvers failed), 350 price zero,
+** negative, NaN or not above minus the accrued interest, 160 settlement after
+** maturity in a closed form, 460 no time left to maturity, -60 lock.
+** Failure value -1.0; -999.0 when both solvers failed. */
+KVL_EXPORT double KVL_API KVLbyld(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                  int32_t n_dates, int32_t settlement, double price,
+                                  const int32_t* dated_date, const int32_t* first_coupon,
+                                  const int32_t* type, const int32_t* frequency,
+                                  int32_t n_frequency, const double* redemption,
+                                  const double* coupon_tax, const double* discount_tax,
+                                  const int32_t* horizon, const double* issue_price,
+                                  const int32_t* yield_method, const int32_t* bd_flags,
+                                  const int32_t* holidays, int32_t n_holidays,
+                                  const double* factor, const int32_t* sink_dates, int32_t n_sink,
+                                  const int32_t* sink_ends, int32_t n_sink_ends,
+                                  const double* sink_amounts, const double* sink_premium,
+                                  const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbhyld: horizon yield, the yield earned from settlement to a sale.
+**   price          clean purchase price per 100
+**   horizon_date   sale date, after settlement and not after maturity
+**   horizon_price  clean sale price per 100
+**   then the common arguments 6-28 without redemption (11): the horizon
+**   price takes its place.
+** The bond is valued as one that matures on the horizon date at the horizon
+** price, on its own coupon grid: a sale between coupon dates ends a broken
+** last period whose coupon is the accrued interest the buyer pays. Yield at
+** the coupon frequency, unrounded and not re-expressed.
+** Errors: 160 horizon not after settlement or after maturity, 1 invalid
+** description or solver failure, 350 price not positive, -50 memory, -60
+** lock. Failure value -1.0; -999.0 when both solvers fail. */
+KVL_EXPORT double KVL_API KVLbhyld(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double price,
+                                   int32_t horizon_date, double horizon_price,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   int32_t n_frequency, const double* coupon_tax,
+                                   const double* discount_tax, const int32_t* horizon,
+                                   const double* issue_price, const int32_t* yield_method,
+                                   const int32_t* bd_flags, const int32_t* holidays,
+                                   int32_t n_holidays, const double* factor,
+                                   const int32_t* sink_dates, int32_t n_sink,
+                                   const int32_t* sink_ends, int32_t n_sink_ends,
+                                   const double* sink_amounts, const double* sink_premium,
+                                   const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbryld: realized compound yield of a bond held to maturity with its
+** coupons reinvested.
+**   price              clean price per 100
+**   reinvestment_rate  decimal per year, compounded at the coupon frequency
+**   then the common arguments 6-13 and 15-20 (no sinking fund, no
+**   ex-dividend override).
+** Each coupon (net of coupon_tax) grows at the reinvestment rate to
+** maturity; the redemption is net of tax on the gain over the price (as
+** income when the bond matures before the tax horizon, else at
+** discount_tax; untaxed without a discount_tax). Result
+** ((value at maturity / dirty price)^(1/N) - 1) x frequency, N the periods
+** from settlement to maturity. Unrounded.
+** Errors: 250 reinvestment rate of -100 % a period or below, 1 invalid
+** description or dirty price or periods not positive, -60 lock. Failure
+** value -1.0. */
+KVL_EXPORT double KVL_API KVLbryld(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double price,
+                                   double reinvestment_rate, const int32_t* dated_date,
+                                   const int32_t* first_coupon, const int32_t* type,
+                                   const int32_t* frequency, int32_t n_frequency,
+                                   const double* redemption, const double* coupon_tax,
+                                   const double* discount_tax, const int32_t* horizon,
+                                   const double* issue_price, const int32_t* yield_method,
+                                   const int32_t* bd_flags, const int32_t* holidays,
+                                   int32_t n_holidays, int32_t* error);
+
+/* KVLbyldal: yield to average life of a bond with a sinking fund.
+**   price   clean price per 100
+**   then the common arguments 6-13, 15-17 and the amortisation arguments
+**   21-27 of KVLbal (no business-day or ex-dividend arguments).
+** Without a sinking fund (factor NULL or 0) it is KVLbyld. Otherwise the
+** average life (KVLbal, plus half a day) from settlement gives the
+** average-life date (whole years as whole years, the fraction in days of
+** the accrued day count), and the result is the yield of the bond as a
+** bullet maturing on that date, on its own coupon grid, rounded as KVLbyld.
+** Errors: 50 NULL dates, 60 n_dates below 1, those of KVLbal and KVLbyld,
+** -50 memory. Failure value -1.0 (-999.0 from KVLbyld without a sinking
+** fund). */
+KVL_EXPORT double KVL_API KVLbyldal(const double* coupons, int32_t n_coupons,
+                                    const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                    double price, const int32_t* dated_date,
+                                    const int32_t* first_coupon, const int32_t* type,
+                                    const int32_t* frequency, int32_t n_frequency,
+                                    const double* redemption, const double* coupon_tax,
+                                    const double* discount_tax, const int32_t* horizon,
+                                    const double* issue_price, const int32_t* yield_method,
+                                    const double* factor, const int32_t* sink_dates,
+                                    int32_t n_sink, const int32_t* sink_ends,
+                                    int32_t n_sink_ends, const double* sink_amounts,
+                                    const double* sink_premium, int32_t* error);
+
+/* KVLbel: remaining life in years as the bond's conventions measure time:
+** the Macaulay duration (KVLbdur) of a zero-coupon bond with the same
+** maturity, settlement, type and schedule.
+**   price_or_yield  10.0 or more: a clean price, first turned into a yield
+**                   by KVLbyld (its error is returned with -1.0); below
+**                   10.0: a yield
+**   other arguments as KVLbpr; taxes, redemption and sinking fund do not
+**   enter the life.
+** Errors and failure value those of KVLbdur. */
+KVL_EXPORT double KVL_API KVLbel(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                 int32_t n_dates, int32_t settlement, double price_or_yield,
+                                 const int32_t* dated_date, const int32_t* first_coupon,
+                                 const int32_t* type, const int32_t* frequency,
+                                 int32_t n_frequency, const double* redemption,
+                                 const double* coupon_tax, const double* discount_tax,
+                                 const int32_t* horizon, const double* issue_price,
+                                 const int32_t* yield_method, const int32_t* bd_flags,
+                                 const int32_t* holidays, int32_t n_holidays,
+                                 const double* factor, const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbyworst: yield to worst, the lowest of the yield to maturity and the
+** yields to each call date after settlement.
+**   price          clean price per 100
+**   call_dates, n_call_dates    strictly ascending call dates, the last not
+**                               after maturity
+**   call_prices, n_call_prices  call price per 100 for each call date (a
+**                               date without its own price takes the next
+**                               date's); the last price given is also the
+**                               redemption at maturity (100 when none);
+**                               at most n_call_dates + 1 prices
+**   these four stand where redemption (11) would; then the common
+**   arguments 12, 13, 15 and 17-28 (no issue price).
+** Each call is valued as the bond maturing on the call date at its price,
+** on its own coupon grid, with the sinking-fund entries before the call.
+** A call yield replaces the worst only when strictly lower (ties keep the
+** later date, or maturity). When the yield to maturity fails but call
+** dates are given the walk goes on: the failed value (-1.0 or -999.0) stays
+** a candidate and the later steps' error codes replace its code, so the
+** failure value can come back with error 0. Rounded as KVLbyld.
+** Errors, checked in this order: 60 n_dates below 1 or a negative count,
+** 70 more prices than dates + 1, 50 a NULL array, 150 first call date not
+** positive, 160 call dates not increasing or after maturity, 460 a call
+** price zero, negative or NaN; then those of KVLbyld, -50 memory, -60 lock.
+** Failure value -1.0; -999.0 when both solvers fail. */
+KVL_EXPORT double KVL_API KVLbyworst(const double* coupons, int32_t n_coupons,
+                                     const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                     double price, const int32_t* dated_date,
+                                     const int32_t* first_coupon, const int32_t* type,
+                                     const int32_t* frequency, int32_t n_frequency,
+                                     const int32_t* call_dates, int32_t n_call_dates,
+                                     const double* call_prices, int32_t n_call_prices,
+                                     const double* coupon_tax, const double* discount_tax,
+                                     const int32_t* horizon, const int32_t* yield_method,
+                                     const int32_t* bd_flags, const int32_t* holidays,
+                                     int32_t n_holidays, const double* factor,
+                                     const int32_t* sink_dates, int32_t n_sink,
+                                     const int32_t* sink_ends, int32_t n_sink_ends,
+                                     const double* sink_amounts, const double* sink_premium,
+                                     const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbdur: duration at a quoted yield.
+**   yield          as KVLbpr (quotation frequency of the type)
+**   duration_kind  NULL or 0: modified duration; nonzero: Macaulay
+**   the common arguments in their order, duration_kind standing between
+**   redemption (11) and coupon_tax (12); no end-of-month override.
+** Modified duration = -(dP/dy) / (P + AI), in years, with dP/dy by the quoted
+** yield (chain rule through the annual re-expression for the "yields quoted
+** annually" types). Macaulay = modified x (1 + y / quotation frequency).
+** Unrounded. Errors: 1 invalid description, non-finite yield or dirty value
+** not positive; 401 vanishing denominator; -60 lock. Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbdur(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                  int32_t n_dates, int32_t settlement, double yield,
+                                  const int32_t* dated_date, const int32_t* first_coupon,
+                                  const int32_t* type, const int32_t* frequency,
+                                  int32_t n_frequency, const double* redemption,
+                                  const int32_t* duration_kind, const double* coupon_tax,
+                                  const double* discount_tax, const int32_t* horizon,
+                                  const double* issue_price, const int32_t* yield_method,
+                                  const int32_t* bd_flags, const int32_t* holidays,
+                                  int32_t n_holidays, const double* factor,
+                                  const int32_t* sink_dates, int32_t n_sink,
+                                  const int32_t* sink_ends, int32_t n_sink_ends,
+                                  const double* sink_amounts, const double* sink_premium,
+                                  const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbconv: convexity (d2P/dy2) / (P + AI) at a quoted yield, in years
+** squared; arguments as KVLbpr. Unrounded. Errors as KVLbdur. Failure value
+** -1.0 when the lock or the description fails, -999.0 when the computation
+** fails. */
+KVL_EXPORT double KVL_API KVLbconv(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double yield,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   int32_t n_frequency, const double* redemption,
+                                   const double* coupon_tax, const double* discount_tax,
+                                   const int32_t* horizon, const double* issue_price,
+                                   const int32_t* yield_method, const int32_t* bd_flags,
+                                   const int32_t* holidays, int32_t n_holidays,
+                                   const double* factor, const int32_t* sink_dates,
+                                   int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+                                   const double* sink_amounts, const double* sink_premium,
+                                   const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbvalbp: price value of a basis point, -(dP/dy) / scale per 100 of
+** (outstanding) face: the fall in price for a one basis point rise in the
+** quoted yield when scale is 100.
+**   scale   NULL: 100.0; stands between issue_price (16) and yield_method (17)
+** Errors: 310 scale zero, negative or NaN (checked first, before the lock),
+** 1 invalid description or yield, 401, -60 lock. Failure value -999.0,
+** except -1.0 when the description is invalid. */
+KVL_EXPORT double KVL_API KVLbvalbp(const double* coupons, int32_t n_coupons,
+                                    const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                    double yield, const int32_t* dated_date,
+                                    const int32_t* first_coupon, const int32_t* type,
+                                    const int32_t* frequency, int32_t n_frequency,
+                                    const double* redemption, const double* coupon_tax,
+                                    const double* discount_tax, const int32_t* horizon,
+                                    const double* issue_price, const double* scale,
+                                    const int32_t* yield_method, const int32_t* bd_flags,
+                                    const int32_t* holidays, int32_t n_holidays,
+                                    const double* factor, const int32_t* sink_dates,
+                                    int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+                                    const double* sink_amounts, const double* sink_premium,
+                                    const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbval32: yield value of a tick, 1 / (KVLbvalbp x ticks): the change in
+** yield, in basis points, that moves the price by one tick.
+**   ticks_per_point  NULL: 32.0 (a 32nd); in KVLbvalbp's scale position
+** Errors: 310 ticks zero, negative or NaN (result -999.0); otherwise those of
+** KVLbvalbp, whose value is used as it comes: on its failure the result is
+** 1 / (failure value x ticks) and only the error code tells. */
+KVL_EXPORT double KVL_API KVLbval32(const double* coupons, int32_t n_coupons,
+                                    const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                    double yield, const int32_t* dated_date,
+                                    const int32_t* first_coupon, const int32_t* type,
+                                    const int32_t* frequency, int32_t n_frequency,
+                                    const double* redemption, const double* coupon_tax,
+                                    const double* discount_tax, const int32_t* horizon,
+                                    const double* issue_price, const double* ticks_per_point,
+                                    const int32_t* yield_method, const int32_t* bd_flags,
+                                    const int32_t* holidays, int32_t n_holidays,
+                                    const double* factor, const int32_t* sink_dates,
+                                    int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+                                    const double* sink_amounts, const double* sink_premium,
+                                    const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbcamt: the coupon of the current period per 100 of face, net of the
+** withholding tax (a full coupon in a regular period, the odd amount in an
+** odd first period). Takes common arguments 1-10, coupon_tax (12) and the
+** amortisation arguments 21-27. Types 16, 17 and 22 pay as 2, 12 and 20.
+** Errors: 1 invalid description, -60 lock. Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbcamt(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, const int32_t* dated_date,
+                                   const int32_t* first_coupon, const int32_t* type,
+                                   const int32_t* frequency, int32_t n_frequency,
+                                   const double* coupon_tax, const double* factor,
+                                   const int32_t* sink_dates, int32_t n_sink,
+                                   const int32_t* sink_ends, int32_t n_sink_ends,
+                                   const double* sink_amounts, const double* sink_premium,
+                                   int32_t* error);
+
+/* KVLbcshflw: the table of remaining cash flows, one row per remaining
+** cash-flow period, in date order, in four parallel arrays that the library
+** allocates (malloc) and the caller releases with KVLbcshflw_free:
+**   out_dates      payment dates, moved to the following business day when
+**                  the bond pays on business days (yield_method 1)
+**   out_coupons    coupon per 100 of initial face, net of coupon_tax; 0 in
+**                  the first row when the bond trades ex-dividend; paid on
+**                  the face still outstanding after sinking-fund repayments
+**   out_principal  principal repaid per 100 of initial face (at par on
+**                  sinking-fund dates, at the redemption value at maturity),
+**                  net of tax on the gain over `price`: taxed at coupon_tax
+**                  before the tax horizon date, at discount_tax from then
+**                  on, and not at all without a discount_tax
+**   out_periods    time from settlement in coupon periods: the exponents of
+**                  the bond's own yield convention, so that the rows
+**                  discounted at (1 + y/f)^-periods sum to the dirty price
+**                  (times the outstanding factor of an amortising bond)
+** Any out pointer may be NULL: that column is not made; with all four NULL
+** nothing is allocated and the row count is returned.
+**   price   clean price per 100 of outstanding face (NULL: 100.0), for the
+**           tax on the gain; stands between issue_price (16) and
+**           yield_method (17)
+** The common arguments follow the four out pointers in their order (no
+** end-of-month override). Types 16, 17 and 22 pay as 2, 12 and 20.
+** Returns the row count. Errors: 1 invalid description (result -1), 350
+** price not finite (-1), -60 lock (-1), -50 memory (0). After any failure
+** every given out pointer is NULL. */
+KVL_EXPORT int32_t KVL_API KVLbcshflw(int32_t** out_dates, double** out_coupons,
+                                      double** out_principal, double** out_periods,
+                                      const double* coupons, int32_t n_coupons,
+                                      const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                      const int32_t* dated_date, const int32_t* first_coupon,
+                                      const int32_t* type, const int32_t* frequency,
+                                      int32_t n_frequency, const double* redemption,
+                                      const double* coupon_tax, const double* discount_tax,
+                                      const int32_t* horizon, const double* issue_price,
+                                      const double* price, const int32_t* yield_method,
+                                      const int32_t* bd_flags, const int32_t* holidays,
+                                      int32_t n_holidays, const double* factor,
+                                      const int32_t* sink_dates, int32_t n_sink,
+                                      const int32_t* sink_ends, int32_t n_sink_ends,
+                                      const double* sink_amounts, const double* sink_premium,
+                                      const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbcshflw_free: releases the arrays of a KVLbcshflw table (any pointer
+** may be NULL). The arrays must not be freed in any other way. */
+KVL_EXPORT void KVL_API KVLbcshflw_free(int32_t* dates, double* coupons, double* principal,
+                                        double* periods);
+
+/* KVLbcpn: a coupon date counted from settlement, for a bond described by
+** its maturity and schedule alone.
+**   maturity, settlement   date serials
+**   k             NULL: 0. 0 the last coupon date on or before settlement,
+**                 1 the next one, -1 the one before the last, and so on
+**   dated_date, first_coupon, type, frequency (NULL: the type's default),
+**   eom           the common arguments 6, 7, 8, 9 and the end-of-month
+**                 override (NULL: the type's rule)
+** A maturity off the coupon grid is itself the last coupon date. When the
+** dated date or the first coupon is given, no date before the first coupon
+** is returned (a settlement before it counts from the day before it).
+** Types 16, 17 and 22 as 2, 12 and 20. Errors: 1 invalid description or a
+** date before the first coupon or after maturity, -60 lock. Failure -1. */
+KVL_EXPORT int32_t KVL_API KVLbcpn(int32_t maturity, int32_t settlement, const int32_t* k,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   const int32_t* eom, int32_t* error);
+
+/* KVLbncpn: the number of coupons still to be paid after settlement
+** (including a broken last one); arguments as KVLbcpn without k.
+** Errors: 1 invalid description, -60 lock. Failure -1. */
+KVL_EXPORT int32_t KVL_API KVLbncpn(int32_t maturity, int32_t settlement,
+                                    const int32_t* dated_date, const int32_t* first_coupon,
+                                    const int32_t* type, const int32_t* frequency,
+                                    const int32_t* eom, int32_t* error);
+
+/* KVLbexdiv: the ex-dividend date of the first coupon after settlement.
+**   reference_coupon  any coupon date of the bond (normally its maturity);
+**                     the schedule steps from it at the type's frequency
+**   type              bond type code (NULL: 0); its own ex-dividend rule
+**                     applies, e.g. Gilts 7 business days back plus a day
+**   exdiv_period      NULL: the type's rule; n >= 1: n business days before
+**                     the coupon date; n <= 0: n calendar days added to it
+**   holidays, n_holidays  ascending holiday serials for business days
+**   weekend_flags     NULL: Saturday and Sunday are holidays; bit 0 set:
+**                     Saturday is a business day; bit 1: Sunday
+** A type without an ex-dividend period returns the coupon date itself.
+** Errors: 1 invalid date or a type without a default frequency, 50 NULL
+** holidays with a positive count, 60 negative count, 460 unknown type,
+** -60 lock. Failure -1. */
+KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_t settlement,
+                                     const int32_t* type, const int32_t* exdiv_period,
+                                     const int32_t* holidays, int32_t n_holidays,
+                                     const uint8_t* weekend_flags, int32_t* error);
+
+/* KVLbal: average life in years of a bond with a sinking fund: the time
+** from settlement to each repayment of principal, weighted by the fraction
+** of face repaid (coupon periods over the frequency). Repayments fall on
+** the amortisation dates of the coupon grid; what remains is repaid at
+** maturity, after a broken last period when the maturity is off the grid.
+** Without a sinking fund: the time to maturity so measured.
+**   maturity, settlement, then the common arguments 6-11 (dated_date,
+**   first_coupon, type, frequency, n_frequency, redemption) and 21-27
+**   (factor .. sink_premium). Types 16, 17 and 22 as 2, 12 and 20.
+** Errors: 1 any invalid description (result 0.0, not -1.0), or nothing
+** left to repay (result -1 / frequency); -60 lock (-1.0). */
+KVL_EXPORT double KVL_API KVLbal(int32_t maturity, int32_t settlement, const int32_t* dated_date,
+                                 const int32_t* first_coupon, const int32_t* type,
+                                 const int32_t* frequency, int32_t n_frequency,
+                                 const double* redemption, const double* factor,
+                                 const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 int32_t* error);
+
 /* ---- end of straight bonds: yields, risk, schedules ---- */
 
 
