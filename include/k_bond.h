@@ -338,6 +338,168 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 /* PIK bonds                                                                */
 /* ======================================================================== */
 
+/* A PIK (payment-in-kind) bond pays at each coupon date a cash coupon and a
+** coupon in kind; the in-kind part is added to the principal, so later cash
+** coupons and the redemption are paid on the grown principal. Prices and
+** accrued interest are per 100 of original face.
+**
+** Common PIK arguments, in this order:
+**   cash_rates, n_cash   cash coupon rates (decimal per year) per step
+**   pik_rates, n_pik     in-kind coupon rates (decimal per year) per step
+**   dates, n_dates       ascending step dates; the last is maturity. Rate i is
+**                        in force up to dates[i]. With one date both counts
+**                        are 1; with more, a single in-kind rate needs one cash
+**                        rate per date (n_cash = n_dates), and one in-kind
+**                        rate per date (n_pik = n_dates) goes with one cash
+**                        rate per date or a single cash rate.
+**   settlement           settlement date (not after maturity)
+**   [the market input or the function's own arguments]
+**   dated_date           start of accrual (NULL or 0: derived)
+**   first_coupon         first coupon date (NULL or 0: derived; a derived one
+**                        within 27 days of maturity is maturity)
+**   type                 0 U.S. Treasury, 3 corporate, 500/510/530/540 generic
+**                        (act/act, act/365, 30/360, 30E/360) and their
+**                        end-of-month variants (13, 501, ...); NULL: 0 with
+**                        the end-of-month rule. Other types give error 1.
+**   frequency            coupons per year 1,2,3,4,6,12 (NULL or 0: type's)
+**   redemption           per 100 of face, not negative (NULL: 100)
+**   call_date            redemption date (NULL or 0: maturity); not after
+**                        maturity, not before settlement or the first coupon
+**   pay_on_business_day  nonzero: payments move to the following business day
+**                        and are discounted to the moved dates (NULL: 0)
+**   holiday_options      bit 0 Saturday works, bit 1 Sunday works (NULL: 0)
+**   holidays, n_holidays ascending holiday serials (n_holidays >= 0)
+**   error                receives the error code (NULL allowed)
+** Error 1 for every invalid description. */
+
+/* KVLpikpr: clean price per 100 of original face at `yield` (decimal per
+** year, compounded at the coupon frequency). With one period left the final
+** amount (cash coupon, in-kind coupon, redemption) is discounted at simple
+** interest. Rounding: type 0 to 6 decimals, 3 cleaned at 8 decimals and
+** truncated to 3, others unrounded. Errors: 1 invalid description (-1.0);
+** 401 vanishing discount denominator (1 + t*yield = 0 over one period, or
+** 1 + yield/frequency not positive), unrounded -100.0; -60 lock. */
+KVL_EXPORT double KVL_API KVLpikpr(const double* cash_rates, int32_t n_cash,
+                                   const double* pik_rates, int32_t n_pik, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double yield,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   const double* redemption, const int32_t* call_date,
+                                   const int32_t* pay_on_business_day,
+                                   const int32_t* holiday_options, const int32_t* holidays,
+                                   int32_t n_holidays, int32_t* error);
+
+/* KVLpikyld: yield (decimal per year, compounded at the coupon frequency)
+** from a clean `price` per 100 of original face. One period left: the
+** money-market yield in closed form (0 when the final amount equals the
+** dirty price). Otherwise Newton from 0.05 (tolerance 1e-6 on the price as a
+** fraction of face, 64 iterations, yields in (-1, 25)), then a bracketing
+** search on [-0.9 * frequency, 25]. Rounding: type 0 to 8 decimals, 3 to 5,
+** others unrounded. Errors: 1 invalid description (-1.0); 460 price zero,
+** negative or not finite, or zero time to the call date (-1.0); 1 with
+** -999.0 when both solvers fail; -60 lock. */
+KVL_EXPORT double KVL_API KVLpikyld(const double* cash_rates, int32_t n_cash,
+                                    const double* pik_rates, int32_t n_pik, const int32_t* dates,
+                                    int32_t n_dates, int32_t settlement, double price,
+                                    const int32_t* dated_date, const int32_t* first_coupon,
+                                    const int32_t* type, const int32_t* frequency,
+                                    const double* redemption, const int32_t* call_date,
+                                    const int32_t* pay_on_business_day,
+                                    const int32_t* holiday_options, const int32_t* holidays,
+                                    int32_t n_holidays, int32_t* error);
+
+/* KVLpikai: accrued cash interest per 100 of original face at settlement
+** (the in-kind part does not accrue as interest). Takes the common PIK
+** arguments up to the frequency. Errors: 1 invalid description, -60 lock.
+** Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLpikai(const double* cash_rates, int32_t n_cash,
+                                   const double* pik_rates, int32_t n_pik, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, const int32_t* dated_date,
+                                   const int32_t* first_coupon, const int32_t* type,
+                                   const int32_t* frequency, int32_t* error);
+
+/* KVLpikcshflw: the remaining cash flows as four caller-owned parallel
+** arrays, allocated by the library and released only by KVLpikcshflw_free.
+** Each out pointer may be NULL (that column is not made):
+**   dates_out      payment dates (moved to business days when the bond pays
+**                  so); the last row is the call date
+**   coupons_out    cash coupons per 100 of original face, on the principal
+**                  grown by the in-kind coupons before each date
+**   principal_out  principal repaid per 100 of original face: 0 before the
+**                  last row, redemption times the capitalised principal at
+**                  the last row (with one period left, the redemption plus
+**                  the final in-kind coupon)
+**   periods_out    discounting time from settlement in coupon periods
+** Then the common PIK arguments without a market input. Discounting each
+** row's coupon plus principal at v^periods, v = 1 / (1 + yield/frequency),
+** and subtracting the accrued interest gives KVLpikpr before rounding (with
+** more than one period left). Returns the number of rows; 0 on failure with
+** every out pointer NULL. Errors: 1 invalid description, -50 memory, -60
+** lock. */
+KVL_EXPORT int32_t KVL_API KVLpikcshflw(int32_t** dates_out, double** coupons_out,
+                                        double** principal_out, double** periods_out,
+                                        const double* cash_rates, int32_t n_cash,
+                                        const double* pik_rates, int32_t n_pik,
+                                        const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                        const int32_t* dated_date, const int32_t* first_coupon,
+                                        const int32_t* type, const int32_t* frequency,
+                                        const double* redemption, const int32_t* call_date,
+                                        const int32_t* pay_on_business_day,
+                                        const int32_t* holiday_options, const int32_t* holidays,
+                                        int32_t n_holidays, int32_t* error);
+
+/* KVLpikcshflw_free: releases the arrays KVLpikcshflw returned (any may be
+** NULL). Never free them in any other way. */
+KVL_EXPORT void KVL_API KVLpikcshflw_free(int32_t* dates, double* coupons, double* principal,
+                                          double* periods);
+
+/* KVLpikdur: duration in years at `yield`: modified duration -dP/dy / dirty
+** price, or, when `duration_kind` points to a nonzero value, Macaulay
+** duration (modified times 1 + yield/frequency). Arguments: the KVLpikpr list
+** with `duration_kind` (NULL: modified) after `redemption`. Errors as
+** KVLpikpr; failure value -1.0. */
+KVL_EXPORT double KVL_API KVLpikdur(const double* cash_rates, int32_t n_cash,
+                                    const double* pik_rates, int32_t n_pik, const int32_t* dates,
+                                    int32_t n_dates, int32_t settlement, double yield,
+                                    const int32_t* dated_date, const int32_t* first_coupon,
+                                    const int32_t* type, const int32_t* frequency,
+                                    const double* redemption, const int32_t* duration_kind,
+                                    const int32_t* call_date, const int32_t* pay_on_business_day,
+                                    const int32_t* holiday_options, const int32_t* holidays,
+                                    int32_t n_holidays, int32_t* error);
+
+/* KVLpikvalbp: price value of a basis point, -dP/dy / scale per 100 of face
+** (scale NULL: 100.0, so one basis point of yield). Arguments: the KVLpikpr
+** list with `scale` after `call_date`. Errors: 310 scale zero, negative or
+** NaN (-999.0, checked first); 1 invalid description (-1.0); 401 in the price
+** (-999.0); -60 lock (-999.0). */
+KVL_EXPORT double KVL_API KVLpikvalbp(const double* cash_rates, int32_t n_cash,
+                                      const double* pik_rates, int32_t n_pik,
+                                      const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                      double yield, const int32_t* dated_date,
+                                      const int32_t* first_coupon, const int32_t* type,
+                                      const int32_t* frequency, const double* redemption,
+                                      const int32_t* call_date, const double* scale,
+                                      const int32_t* pay_on_business_day,
+                                      const int32_t* holiday_options, const int32_t* holidays,
+                                      int32_t n_holidays, int32_t* error);
+
+/* KVLpikval32: yield value of one tick, 1 / (KVLpikvalbp * ticks) in basis
+** points (ticks NULL: 32.0, a 32nd of a point). Arguments as KVLpikvalbp
+** with `ticks` in place of the scale. Errors: 310 ticks zero, negative or
+** NaN (-999.0); otherwise KVLpikvalbp's code, the result being computed from
+** whatever it returned (test the error code). */
+KVL_EXPORT double KVL_API KVLpikval32(const double* cash_rates, int32_t n_cash,
+                                      const double* pik_rates, int32_t n_pik,
+                                      const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                      double yield, const int32_t* dated_date,
+                                      const int32_t* first_coupon, const int32_t* type,
+                                      const int32_t* frequency, const double* redemption,
+                                      const int32_t* call_date, const double* ticks,
+                                      const int32_t* pay_on_business_day,
+                                      const int32_t* holiday_options, const int32_t* holidays,
+                                      int32_t n_holidays, int32_t* error);
+
 /* ---- end of PIK bonds ---- */
 
 #ifdef __cplusplus
