@@ -310,6 +310,185 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 /* Floating-rate notes                                                      */
 /* ======================================================================== */
 
+/*
+** A floating-rate note is described by an FRN type: reset frequency, day
+** count, business-day rule, end-of-month rule, holiday options, the
+** pay-on-business-day flag, the year length and extra accrual days. The plain
+** functions (KVLfrn...) use the default type: 2 resets a year, actual/360
+** with a 360-day year, dates not adjusted, no end-of-month rule. The typed
+** functions (KVLtfrn...) take, first, the handle of a type registered with
+** KVLfrntype (0 = the defaults). Each call's own optional frequency, day-count
+** and adjustment arguments override the type for that call only.
+**
+** FRN day-count codes: 0 actual/360, 1 actual/365, 2 actual/365.25 (accrual
+** year 366 in leap years), 3 30/360 (U.S.), 4 30E/360, 5 actual over the
+** period length x frequency (year length 365.25).
+**
+** Frequencies: 1, 2, 3, 4, 6, 12 (months of 12/frequency) or 26, 52 (14 or
+** 7 days).
+**
+** Placement of the current period: the next coupon date is the first of
+** the caller's coupon (reset) dates after settlement; else a known reset date
+** (the last listed one or previous_coupon) rolled forward by whole periods
+** past settlement; else stepped back from maturity. The previous coupon date
+** is previous_coupon, the listed date before the next one, or one period
+** before the next coupon date.
+**
+** Rate schedules (analytics): rates[i] (decimal, >= 0) applies from
+** rate_dates[i] (ascending serials) until the next rate date; a period's
+** coupon is the day-weighted average of the rates in force over it.
+**
+** Common error codes: 50 missing array, 60 count < 1 (rate count) or negative
+** count, 150 bad date (settlement < 1, date out of range, first listed date
+** negative), 160 misordered dates (lists not strictly increasing, last coupon
+** date after maturity, previous coupon date not before settlement or not before
+** the next coupon date, maturity not after settlement), 250 negative or
+** invalid rate or tax rate, 300..306 invalid type field (day count,
+** frequency, business-day rule, end-of-month flag, holiday options, option
+** flag, year length), 350 price or redemption not a positive number, 460
+** negative holding period, 901 unknown type handle, -50 memory not
+** available, -100 temporary type lost. Failure value -1.0 unless stated.
+*/
+
+/* Registers an FRN type derived from `base` (a registered handle, or 0 for
+** the defaults); every NULL pointer keeps the base's value.
+**   frequency          1, 2, 3, 4, 6, 12, 26 or 52 (default 2)          301
+**   day_count          FRN day-count code 0..5 (default 0)             300
+**   business_day_rule  0 following, 1 preceding, 2 modified following,
+**                      3 unadjusted (default 3)                         302
+**   end_of_month       0 or 1 (default 0)                               303
+**   holiday_options    0; 1 Saturday is a business day; 2 Sunday is     304
+**   option_flag        1 = coupons and redemption paid and discounted
+**                      on business days (default 0)                     305
+**   year_length        days per year, >= 0; 0 = from the day count     306
+**   extra_accrual_days days added to accrued interest (default 0)
+**   reserved1..6       ignored
+** Fields are validated in this order; the first invalid one ends the call.
+** Returns the new handle (never 0), or 0 on failure: 901 unknown base, the
+** field's code, -50 memory not available. Release with KVLfreefrntype. */
+KVL_EXPORT int32_t KVL_API KVLfrntype(int32_t base, const int32_t* frequency, const int32_t* day_count, const int32_t* business_day_rule, const int32_t* end_of_month, const int32_t* holiday_options, const int32_t* option_flag, const double* year_length, const int32_t* extra_accrual_days, int32_t reserved1, int32_t reserved2, int32_t reserved3, int32_t reserved4, int32_t reserved5, int32_t reserved6, int32_t* error);
+
+/* Releases a type registered with KVLfrntype. An unknown handle is ignored.
+** Always returns 0. */
+KVL_EXPORT int32_t KVL_API KVLfreefrntype(int32_t handle);
+
+/* Simple margin (decimal per year): the quoted margin plus the discount to
+** par spread over the life, with the current period's fixed coupon:
+**   quoted_margin + [t1 (current_coupon - index_rate - quoted_margin)
+**                    + (1 - price/100)] / T,
+** t1 the time to the next coupon in accrual years, T the life in years of
+** the type's year length.
+**   maturity, settlement   date serials (settlement >= 1)
+**   current_coupon         rate fixed for the current period (decimal)
+**   price                  clean price per 100 (> 0, else 350)
+**   index_rate             assumed index rate for the rest of the life
+**   quoted_margin          contractual margin over the index
+**   previous_coupon        optional previous coupon date
+**   next_coupon            optional next coupon (reset) date; one on or
+**                          before settlement is rolled forward
+**   day_count, frequency, end_of_month   optional overrides of the type
+** Non-numeric rates: 250. 400 when the life to maturity has no length.
+** Returns -1.0 on failure. */
+KVL_EXPORT double KVL_API KVLfrnsm(int32_t maturity, int32_t settlement, double current_coupon, double price, double index_rate, double quoted_margin, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* day_count, const int32_t* frequency, const int32_t* end_of_month, int32_t* error);
+
+/* KVLfrnsm for the FRN type `type` (0 = defaults). */
+KVL_EXPORT double KVL_API KVLtfrnsm(int32_t type, int32_t maturity, int32_t settlement, double current_coupon, double price, double index_rate, double quoted_margin, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* day_count, const int32_t* frequency, const int32_t* end_of_month, int32_t* error);
+
+/* Discount margin (decimal per year): the margin d over the index at which
+** the redemption and the projected coupons (index_rate + quoted_margin),
+** compounded at the type's frequency to the next coupon date, and the
+** current coupon, discounted to settlement at stub_rate + d with simple
+** interest, give the dirty price. Found by a fixed 48-step search from
+** quoted_margin (step 0.1, halving after the first reversal).
+**   stub_rate   money-market rate from settlement to the next coupon date
+**   other arguments as KVLfrnsm.
+** Error 400 when a discount denominator vanishes: the margin reached so far
+** is returned (not -1.0). Other failures return -1.0. */
+KVL_EXPORT double KVL_API KVLfrndm(int32_t maturity, int32_t settlement, double current_coupon, double price, double stub_rate, double index_rate, double quoted_margin, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* day_count, const int32_t* frequency, const int32_t* end_of_month, int32_t* error);
+
+/* KVLfrndm for the FRN type `type` (0 = defaults). */
+KVL_EXPORT double KVL_API KVLtfrndm(int32_t type, int32_t maturity, int32_t settlement, double current_coupon, double price, double stub_rate, double index_rate, double quoted_margin, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* day_count, const int32_t* frequency, const int32_t* end_of_month, int32_t* error);
+
+/* Common arguments of the FRN analytics below, in this order:
+**   rates, rate_dates, rate_count   the rate schedule (see above)
+**   maturity, settlement            date serials
+**   [yield or price]                where the function takes one
+**   previous_coupon                 optional previous coupon date
+**   coupon_dates, coupon_count      optional known coupon (reset) dates,
+**                                   ascending, none after maturity
+**   day_count, frequency            optional overrides of the type
+**   redemption                      optional, per 100 (default 100)
+**   income_tax, gain_tax            optional tax rates (default 0)
+**   holding                         optional holding period: months, or
+**                                   days when above 24 (default 12); a gain
+**                                   realised within it is taxed as income
+**   pay_on_business_day             optional: 1 = coupons and redemption
+**                                   paid and discounted on the following
+**                                   business day
+**   adjustment_code                 optional: 2 x business-day rule +
+**                                   end-of-month flag
+**   holiday_options                 optional: 0, 1 (Saturday works),
+**                                   2 (Sunday works)
+**   holidays, holiday_count         ascending holiday serials (may be 0)
+** Yields are decimal per year, compounded at the type's frequency; in the
+** last coupon period simple interest to maturity applies. */
+
+/* Accrued interest per 100 (the type's extra accrual days included). */
+KVL_EXPORT double KVL_API KVLfrnai(const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+KVL_EXPORT double KVL_API KVLtfrnai(int32_t type, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+
+/* Coupon of the current period per 100; `next_coupon` (optional) is the
+** single known reset date. */
+KVL_EXPORT double KVL_API KVLfrncamt(const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* day_count, const int32_t* frequency, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+KVL_EXPORT double KVL_API KVLtfrncamt(int32_t type, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* day_count, const int32_t* frequency, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+
+/* Clean price per 100 from `yield`. A yield that is not a number: 250;
+** 1 when the price has no value at that yield (1 + yield/frequency <= 0, or
+** a vanishing tax denominator). */
+KVL_EXPORT double KVL_API KVLfrnpr(const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+KVL_EXPORT double KVL_API KVLtfrnpr(int32_t type, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+
+/* Yield (decimal) from the clean `price` per 100 (> 0, else 350): Newton's
+** method from the latest rate of the schedule, then a bracketing search on
+** [0, 25]. When both fail: -999.0 with error 1. */
+KVL_EXPORT double KVL_API KVLfrnyld(const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double price, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+KVL_EXPORT double KVL_API KVLtfrnyld(int32_t type, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double price, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+
+/* Modified duration in years at `yield`: -(dP/dy) / dirty price. When
+** `macaulay` points to a nonzero value, Macaulay duration: modified x
+** (1 + yield/f), f the value at `frequency`, or 2 when that pointer is NULL. */
+KVL_EXPORT double KVL_API KVLfrndur(const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const int32_t* macaulay, const double* income_tax, const double* gain_tax, const int32_t* holding, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+KVL_EXPORT double KVL_API KVLtfrndur(int32_t type, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const int32_t* macaulay, const double* income_tax, const double* gain_tax, const int32_t* holding, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+
+/* Convexity at `yield`: (d2P/dy2) / dirty price. */
+KVL_EXPORT double KVL_API KVLfrnconv(const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+KVL_EXPORT double KVL_API KVLtfrnconv(int32_t type, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+
+/* Value of a basis point: -(dP/dy per unit) / divisor, divisor optional
+** (default 100), i.e. the price change per 100 for one basis point. A
+** divisor <= 0 or not a number: error 1, -999.0. */
+KVL_EXPORT double KVL_API KVLfrnvalbp(const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const double* divisor, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+KVL_EXPORT double KVL_API KVLtfrnvalbp(int32_t type, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const double* divisor, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+
+/* Value of a 32nd: -(dP/dy per unit) / divisor, divisor optional (default
+** 32). A divisor <= 0 or not a number: error 1, -999.0. */
+KVL_EXPORT double KVL_API KVLfrnval32(const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const double* divisor, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+KVL_EXPORT double KVL_API KVLtfrnval32(int32_t type, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const double* divisor, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+
+/* Cash-flow table per 100 of par: one row per coupon period from the
+** current one to maturity. *dates_out receives the payment dates (the
+** following business day when paying on business days), *amounts_out the
+** after-tax coupons, the last row also the redemption less the gain tax on
+** (redemption - price) when the optional `price` (per 100) is below it.
+** Returns the number of rows; 0 on failure (50 for NULL output pointers,
+** -50 memory not available), with nothing allocated. Release both arrays
+** with KVLfrncshflw_free. */
+KVL_EXPORT int32_t KVL_API KVLfrncshflw(int32_t** dates_out, double** amounts_out, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const double* price, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+KVL_EXPORT int32_t KVL_API KVLtfrncshflw(int32_t** dates_out, double** amounts_out, int32_t type, const double* rates, const int32_t* rate_dates, int32_t rate_count, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count, const int32_t* day_count, const int32_t* frequency, const double* redemption, const double* income_tax, const double* gain_tax, const int32_t* holding, const double* price, const int32_t* pay_on_business_day, const int32_t* adjustment_code, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, int32_t* error);
+
+/* Releases the two arrays of KVLfrncshflw / KVLtfrncshflw (NULL allowed). */
+KVL_EXPORT void KVL_API KVLfrncshflw_free(int32_t* dates, double* amounts);
+
 /* ---- end of floating-rate notes ---- */
 
 
@@ -330,6 +509,168 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 /* ======================================================================== */
 /* Inflation-linked bonds                                                   */
 /* ======================================================================== */
+
+/*
+** Index-linked gilts (8-month indexation lag): KVLilg...
+**
+** Coupons and redemption are scaled by an index ratio; the next coupon is
+** already fixed and passed in cash, later flows are projected from
+** latest_index / base_index at an assumed annual inflation rate. Prices are
+** cash (inflation-adjusted) clean prices per 100 nominal; yields are real
+** yields, semi-annual. Valuation follows the UK Debt Management Office's
+** formula: the projected flows are discounted on the quasi-coupon grid at
+** v = 1 / ((1 + y/2) * sqrt(1 + inflation)); with only the redemption left
+** the price is a money-market one, 100 * (coupon + redemption) / (1 + t*y),
+** t = actual days to the (adjusted) redemption / 365. Gilts go ex-dividend
+** seven business days before the coupon: then the next coupon is not
+** received and the accrued interest is negative.
+**
+** Common arguments:
+**   real_coupon          annual coupon rate before indexation (0.025 = 2.5 %), > 0
+**   next_coupon_amount   cash amount of the next coupon per 100 nominal, > 0
+**   base_index, latest_index   index values (> 0); their ratio is the known index ratio
+**   maturity, settlement date serials; settlement <= maturity
+**   previous_coupon, next_coupon   optional (NULL or 0: from the semi-annual
+**                        schedule anchored at maturity; a next coupon within
+**                        27 days of maturity becomes the maturity)
+**   inflation            optional assumed annual inflation (NULL: 0.03), > -0.5
+**   pay_on_business_day  optional; 1 moves payment dates to the following business day
+**   holiday_options      optional; bit 1 Saturday works, bit 2 Sunday works
+**   holidays, holiday_count   ascending holiday serials (count >= 0)
+**   ex_dividend_override optional n: n >= 1 n business days before the
+**                        coupon, n < 1 the coupon date plus n calendar days
+**   end_of_month         optional end-of-month rule of the schedule (a maturity
+**                        on the 31st turns it on, one off a month end off)
+**   extra_date           ("2" variants, optional) a date in the month whose
+**                        index is latest_index; NULL or 0: the month two
+**                        months before settlement
+**   reserved             ignored
+** Every failure sets error 1 (-50 when memory is not available) and returns -1.0
+** (0 rows for the cash-flow functions).
+*/
+
+/* Clean price per 100 nominal at real yield `yield`: the dirty price
+** rounded to 6 decimals less the accrued interest. -100.0 when the
+** money-market denominator vanishes. */
+KVL_EXPORT double KVL_API KVLilgpr(double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, double yield, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* KVLilgpr with the month of the latest index given by `extra_date`. */
+KVL_EXPORT double KVL_API KVLilgpr2(double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, double yield, const int32_t* extra_date, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Real yield (decimal, semi-annual) from the clean price per 100 nominal. */
+KVL_EXPORT double KVL_API KVLilgyld(double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, double price, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* KVLilgyld with the month of the latest index given by `extra_date`. */
+KVL_EXPORT double KVL_API KVLilgyld2(double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, double price, const int32_t* extra_date, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Accrued interest per 100 nominal, rounded to 6 decimals: the next coupon
+** times accrued days / days of the period, less the coupon when ex-dividend. */
+KVL_EXPORT double KVL_API KVLilgai(double real_coupon, double next_coupon_amount, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t* error);
+
+/* Projected cash flows. Allocates the payment dates (*dates_out) and the
+** coupon amounts per 100 nominal (*amounts_out): the next coupon (0 when
+** ex-dividend), the later coupons and a short final coupon at maturity. The
+** projected redemption per 100 goes to *redemption_out. Each output may be
+** NULL (that column is not made). Returns the number of rows; free the
+** columns with KVLilgcshflw_free. */
+KVL_EXPORT int32_t KVL_API KVLilgcshflw(int32_t** dates_out, double** amounts_out, double* redemption_out, double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* KVLilgcshflw with the month of the latest index given by `extra_date`. */
+KVL_EXPORT int32_t KVL_API KVLilgcshflw2(int32_t** dates_out, double** amounts_out, double* redemption_out, double real_coupon, double next_coupon_amount, double base_index, double latest_index, int32_t maturity, int32_t settlement, const int32_t* extra_date, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Frees the two columns returned by KVLilgcshflw / KVLilgcshflw2 (NULL is
+** harmless). The same function as KVLfrncshflw_free. */
+KVL_EXPORT void KVL_API KVLilgcshflw_free(int32_t* dates, double* amounts);
+
+/*
+** U.S. inflation-indexed securities (TIPS, semi-annual): KVLtips...
+** French inflation-indexed OATs (OATi, annual): KVLoati...
+**
+** The reference index at a date is the one index value given, or, with the
+** values I0, I1 of two consecutive months, I0 + (day - 1) / days_in_month *
+** (I1 - I0) rounded to 5 decimals (the Treasury's Ref CPI). The index ratio
+** is settlement reference / base reference, rounded to 5 decimals. Prices
+** are real clean prices per 100 (the Treasury's formula, 31 CFR 356
+** Appendix B; the French Treasury's for OATi) from a real yield compounded
+** at the coupon frequency; the projected inflation-adjusted flows are
+** discounted at (1 + y/f) * (1 + inflation)^(1/f) per period and the result
+** divided by the index ratio. Later index ratios grow at the assumed
+** inflation and are rounded to 5 decimals; the principal is never repaid
+** below par. No ex-dividend period.
+**
+** Common arguments:
+**   coupon               real coupon rate in percent (1.875 = 1.875 %), > 0
+**   base_index, base_count   1 value (the base reference index) or 2 (the
+**                        index values of the dated date's month pair)
+**   settlement_index, settlement_index_count   1 or 2 values likewise, at settlement
+**   maturity, settlement date serials; settlement <= maturity
+**   yield                real yield, decimal, compounded at the coupon frequency
+**   option_a             optional; 1 moves payment dates (cash-flow table) to
+**                        the following business day
+**   next_coupon_amount   optional, percent of par, inflation-adjusted; when
+**                        given the next coupon is fixed at it, otherwise it is
+**                        projected from the latest settlement index value
+**   option_b             price basis: 0 real clean price, 1 inflation-adjusted clean price
+**   previous_coupon, next_coupon   optional (NULL or 0: from the schedule anchored at maturity)
+**   inflation            optional assumed annual inflation (NULL: 0.03), > -0.5
+**   option_c             optional dated date of the base reference index
+**                        (NULL or 0: the maturity's day of month)
+**   holiday_options      optional; bit 1 Saturday works, bit 2 Sunday works
+**   holidays, holiday_count   ascending holiday serials (count >= 0)
+**   end_of_month         optional end-of-month rule of the schedule
+**   reserved             ignored
+** Errors: 70 a base count above 2 or a settlement count of 3 or more (checked
+** first); 50 a NULL index pointer; 1 any other invalid argument or a failed
+** yield search; 152/153 bad month/year in an index interpolation; -50 memory.
+** Failure value -1.0 (0 rows for the cash-flow functions).
+*/
+
+/* Real clean price per 100 (option_b = 1: inflation-adjusted), 3 decimals. */
+KVL_EXPORT double KVL_API KVLtipspr(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Real yield from the clean price per 100 (in the basis option_b selects). */
+KVL_EXPORT double KVL_API KVLtipsyld(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double price, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Inflation-adjusted accrued interest per 100, 6 decimals: accrued days /
+** days of the period * coupon / 2 * index ratio. A NULL index pointer
+** stands for a reference index of 100 (one value). */
+KVL_EXPORT double KVL_API KVLtipsai(double coupon, int32_t maturity, int32_t settlement, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t* error);
+
+/* Projected inflation-adjusted cash flows per 100: one row per coupon date,
+** the redemption (index ratio floored at 1) added to the last row. Each
+** output may be NULL. Returns the number of rows; free with KVLtipscshflw_free. */
+KVL_EXPORT int32_t KVL_API KVLtipscshflw(int32_t** dates_out, double** amounts_out, double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Modified duration in years: -(dP/dy) / dirty price. Not rounded. */
+KVL_EXPORT double KVL_API KVLtipsdur(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Convexity in years squared: (d2P/dy2) / dirty price. Not rounded. */
+KVL_EXPORT double KVL_API KVLtipsconv(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Frees the columns of KVLtipscshflw (NULL is harmless); same as KVLfrncshflw_free. */
+KVL_EXPORT void KVL_API KVLtipscshflw_free(int32_t* dates, double* amounts);
+
+/* OATi clean price: the inflation-adjusted dirty value cut at 6 decimals,
+** less the accrued interest, divided by the index ratio (option_b = 0), 3 decimals. */
+KVL_EXPORT double KVL_API KVLoatipr(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* OATi real yield (annual) from the clean price per 100. */
+KVL_EXPORT double KVL_API KVLoatiyld(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double price, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* OATi inflation-adjusted accrued interest per 100 (as KVLtipsai, annual coupon). */
+KVL_EXPORT double KVL_API KVLoatiai(double coupon, int32_t maturity, int32_t settlement, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t* error);
+
+/* OATi projected cash flows (as KVLtipscshflw); free with KVLoaticshflw_free. */
+KVL_EXPORT int32_t KVL_API KVLoaticshflw(int32_t** dates_out, double** amounts_out, double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* OATi modified duration in years. Not rounded. */
+KVL_EXPORT double KVL_API KVLoatidur(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* OATi convexity in years squared. Not rounded. */
+KVL_EXPORT double KVL_API KVLoaticonv(double coupon, const double* base_index, int32_t base_count, const double* settlement_index, int32_t settlement_index_count, int32_t maturity, int32_t settlement, double yield, const int32_t* option_a, const double* next_coupon_amount, int32_t option_b, const int32_t* previous_coupon, const int32_t* next_coupon, const double* inflation, const int32_t* option_c, const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count, const int32_t* end_of_month, int32_t reserved, int32_t* error);
+
+/* Frees the columns of KVLoaticshflw (NULL is harmless); same as KVLfrncshflw_free. */
+KVL_EXPORT void KVL_API KVLoaticshflw_free(int32_t* dates, double* amounts);
 
 /* ---- end of inflation-linked bonds ---- */
 

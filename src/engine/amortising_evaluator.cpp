@@ -4,6 +4,7 @@
 // outstanding after the last amortisation date runs to the bond's own
 // maturity and redemption. The price is per 100 of initial face.
 #include "dates/month_arithmetic.h"
+#include "engine/coupon_schedule.h"
 #include "engine/evaluator_common.h"
 #include "engine/evaluators.h"
 #include "engine/price_from_yield.h"
@@ -65,11 +66,14 @@ double amortising_evaluator(double yield, const bond_desc& desc, double* first_d
   Accumulator total;
   double failed_price = 0.0;
   double repaid = 1.0 - desc.factor;
-  const int32_t step_months = desc.periods_per_sink * desc.months_per_period;
+  const int32_t step = desc.periods_per_sink > 0 ? desc.periods_per_sink : 1;
 
-  for (int32_t k = 0; k < kMaxAmortisationDates; ++k) {
-    const int32_t date = dates::add_months(desc.next_sink, k * step_months, desc.eom);
-    if (date <= 0 || date >= desc.maturity || (k > 0 && step_months <= 0)) break;
+  // Amortisation dates lie on the coupon grid every `step` periods.
+  int32_t j = 0;
+  grid_on_or_before(desc, desc.next_sink, &j);
+  for (int32_t k = 0; k < kMaxAmortisationDates; ++k, j += step) {
+    const int32_t date = grid_date(desc, j);
+    if (date <= 0 || date >= desc.maturity) break;
     double amount = amortisation_due(desc, date);
     if (repaid + amount >= 1.0) amount = 1.0 - repaid;
     if (amount <= kNegligibleFace) continue;

@@ -7,6 +7,7 @@
 
 #include "dates/business_days.h"
 #include "dates/holiday_calendars.h"
+#include "engine/coupon_schedule.h"
 #include "engine/evaluator_common.h"
 #include "engine/evaluators.h"
 
@@ -21,14 +22,10 @@ constexpr int32_t kMaturityWindowDays = 3;
 // Length in days of the coupon period that ends at maturity, or of the grid
 // period that contains it when the last period is broken.
 int32_t last_period_days(const bond_desc& desc) noexcept {
-  const int32_t anchor = desc.anchor > 0 ? desc.anchor : desc.maturity;
-  const int32_t mpp = desc.months_per_period;
-  const int32_t on_or_before = dates::schedule_date(desc.maturity, 0, mpp, anchor, desc.eom, nullptr);
-  if (on_or_before == desc.maturity) {
-    return desc.maturity -
-           dates::schedule_date(desc.maturity - 1, 0, mpp, anchor, desc.eom, nullptr);
-  }
-  return dates::schedule_date(desc.maturity, 1, mpp, anchor, desc.eom, nullptr) - on_or_before;
+  const int32_t on_or_before = grid_on_or_before(desc, desc.maturity);
+  if (on_or_before == desc.maturity)
+    return desc.maturity - grid_on_or_before(desc, desc.maturity - 1);
+  return grid_after(desc, desc.maturity) - on_or_before;
 }
 
 }  // namespace

@@ -10,10 +10,11 @@
 //   discount_cash_flows(y, desc, [&](const CashFlow& cf) { return t0 + cf.periods; }, d1, err);
 #pragma once
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 
-#include "dates/month_arithmetic.h"
 #include "engine/bond_desc.h"
+#include "engine/coupon_schedule.h"
 #include "engine/safe_math.h"
 
 namespace kbond::engine {
@@ -46,11 +47,21 @@ inline bool has_broken_last_period(const bond_desc& desc) noexcept {
   return desc.partial_period != 0 && desc.position != kNoGridDateLeft;
 }
 
-// The coupon grid date after `date`.
-inline int32_t next_grid_date(const bond_desc& desc, int32_t date) noexcept {
-  const int32_t anchor = desc.anchor > 0 ? desc.anchor : desc.maturity;
-  return dates::schedule_date(date, 1, desc.months_per_period, anchor, desc.eom, nullptr);
-}
+// The coupon grid dates after the next coupon date, by their index on the
+// grid (anchor + j periods), so that a day clamped at a month's end does
+// not drift from one coupon to the next.
+class CouponGrid {
+ public:
+  explicit CouponGrid(const bond_desc& desc) noexcept : desc_(desc) {
+    grid_on_or_before(desc, desc.next_coupon, &next_index_);
+  }
+  // The k-th grid date after the next coupon date.
+  int32_t after_next_coupon(int32_t k) const noexcept { return grid_date(desc_, next_index_ + k); }
+
+ private:
+  const bond_desc& desc_;
+  int32_t next_index_ = 0;
+};
 
 // Visits the remaining cash flows in payment order: the next coupon (not
 // when settlement is ex-dividend), each further regular coupon at the rate
@@ -65,9 +76,10 @@ void for_each_cash_flow(const bond_desc& desc, Visit&& visit) {
                    m <= 0 && !broken_last});
   }
   int32_t period_start = desc.next_coupon;
+  const CouponGrid grid(desc);
   for (int32_t k = 1; k <= m; ++k) {
     const bool last = k == m && !broken_last;
-    const int32_t date = last ? desc.maturity : next_grid_date(desc, period_start);
+    const int32_t date = last ? desc.maturity : grid.after_next_coupon(k);
     visit(CashFlow{FlowKind::kCoupon, date, static_cast<double>(k),
                    rate_in_force(desc, period_start) * net_per_period, last});
     period_start = date;
@@ -137,9 +149,15 @@ double discount_cash_flows(double yield, const bond_desc& desc, Exponent&& expon
   if (base == 0.0) return zero_denominator(error);
   const double v = 1.0 / base;
   double value = 0.0, weighted = 0.0, redemption_df = 1.0, redemption_t = 0.0;
+  double previous_t = 0.0, df = 1.0;
+  bool first = true;
   for_each_cash_flow(desc, [&](const CashFlow& flow) {
     const double t = exponent(flow);
-    const double df = safe_pow(v, t);
+    // Coupons a whole period apart take one multiplication, not a power.
+    if (first || std::fabs(t - previous_t - 1.0) > 1e-12) df = safe_pow(v, t);
+    else df *= v;
+    first = false;
+    previous_t = t;
     if (flow.kind == FlowKind::kRedemption) {
       redemption_df = df;
       redemption_t = t;

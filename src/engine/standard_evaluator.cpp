@@ -31,40 +31,43 @@ double annuity_price(double yield, const bond_desc& desc, double* first_derivati
   double t = f * desc.tn;
   double value = 0.0, weighted = 0.0;
 
+  // v^t once; every later factor is a whole number of periods further.
+  const double vt = safe_pow(v, t);
   if (!desc.exdiv) {
-    const double df = safe_pow(v, t);
-    value += desc.full_coupon * df;
-    weighted += desc.full_coupon * df * t;
+    value += desc.full_coupon * vt;
+    weighted += desc.full_coupon * vt * t;
   }
 
   const int32_t m = further_coupons(desc);
   const double c = (1.0 - desc.coupon_tax) * desc.current_rate() / f;
+  double vm = 1.0;
   if (std::fabs(yield) >= kFlatYield) {
     // 1 - v and 1 - v^m from log1p and expm1 keep their digits for yields
     // near zero, where the annuity is a ratio of two small numbers.
     const double one_minus_v = yield / f * v;
     const double one_minus_vm =
         base > 0.0 ? -std::expm1(-m * std::log1p(yield / f)) : 1.0 - std::pow(v, m);
-    const double vm = 1.0 - one_minus_vm;
-    const double lead = c * safe_pow(v, t + 1.0) / one_minus_v;
+    vm = 1.0 - one_minus_vm;
+    const double lead = c * vt * v / one_minus_v;
     value += lead * one_minus_vm;
     weighted += lead * (t * one_minus_vm + 1.0 - (m + 1.0) * vm + v * one_minus_vm / one_minus_v);
   } else {
     // At a zero yield every coupon counts in full, at times t+1 ... t+m.
+    vm = std::pow(v, m);
     value += m * c;
     weighted += (t + (m + 1.0) * 0.5) * m * c;
   }
   t += m;
+  double redemption_df = vt * vm;
 
   if (has_broken_last_period(desc)) {
     t += desc.last_discount;
+    redemption_df *= safe_pow(v, desc.last_discount);
     const double coupon = c * desc.last_coupon;
-    const double df = safe_pow(v, t);
-    value += coupon * df;
-    weighted += coupon * df * t;
+    value += coupon * redemption_df;
+    weighted += coupon * redemption_df * t;
   }
 
-  const double redemption_df = safe_pow(v, t);
   const double redemption = desc.redemption * 0.01;
   value += redemption * redemption_df;
   weighted += redemption * redemption_df * t;

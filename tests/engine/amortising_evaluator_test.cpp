@@ -21,18 +21,21 @@ TestBond bond_to(int32_t maturity) {
   return b;
 }
 
-// The 2034 bond with a sinking schedule (owned arrays, kind 2).
+// The 2034 bond with a sinking schedule (owned arrays, kind 2). Each
+// amount repeats on every coupon date until the next entry, so a zero entry
+// the day after closes each one-off repayment.
 struct SinkingBond {
   TestBond bond = bond_to(serial(15, 11, 2034));
-  int32_t sink_dates[3] = {serial(15, 11, 2026), serial(15, 11, 2029), -1};
-  double sink_amounts[3] = {0.2, 0.3, 0.0};
+  int32_t sink_dates[5] = {serial(15, 11, 2026), serial(16, 11, 2026), serial(15, 11, 2029),
+                           serial(16, 11, 2029), -1};
+  double sink_amounts[5] = {0.2, 0.0, 0.3, 0.0, 0.0};
 
   bond_desc describe() {
     bond_desc d = bond.describe();
     d.amort_kind = kScheduledAmortisation;
     d.sink_dates_owned = sink_dates;
     d.sink_amounts_owned = sink_amounts;
-    d.n_sink = 2;
+    d.n_sink = 4;
     d.periods_per_sink = 1;
     d.next_sink = sink_dates[0];
     d.factor = 1.0;
@@ -77,7 +80,7 @@ TEST(AmortisingEvaluator, ARepaymentBeyondTheFaceIsCutToWhatIsLeft) {
   // maturity.
   SinkingBond sinking;
   sinking.sink_amounts[0] = 0.7;
-  sinking.sink_amounts[1] = 0.6;
+  sinking.sink_amounts[2] = 0.6;
   const bond_desc d = sinking.describe();
   TestBond b2026 = bond_to(serial(15, 11, 2026)), b2029 = bond_to(serial(15, 11, 2029));
   const double y = 0.045;

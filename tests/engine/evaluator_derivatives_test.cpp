@@ -38,8 +38,9 @@ TestBond make(int32_t type, int32_t frequency, double rate, int32_t settlement, 
   return b;
 }
 
-int32_t g_sink_dates[3];
-double g_sink_amounts[3] = {0.25, 0.25, 0.0};
+// Two one-off repayments of a quarter each (a zero entry closes each).
+int32_t g_sink_dates[5];
+double g_sink_amounts[5] = {0.25, 0.0, 0.25, 0.0, 0.0};
 
 std::vector<Case> cases() {
   const int32_t s = serial(15, 2, 2025);
@@ -83,8 +84,10 @@ std::vector<Case> cases() {
   all.push_back({"amortising", make(500, 2, 0.05, s, m),
                  [](bond_desc& d) {
                    g_sink_dates[0] = serial(15, 11, 2027);
-                   g_sink_dates[1] = serial(15, 11, 2030);
-                   g_sink_dates[2] = -1;
+                   g_sink_dates[1] = serial(16, 11, 2027);
+                   g_sink_dates[2] = serial(15, 11, 2030);
+                   g_sink_dates[3] = serial(16, 11, 2030);
+                   g_sink_dates[4] = -1;
                    d.amort_kind = kScheduledAmortisation;
                    d.sink_dates_owned = g_sink_dates;
                    d.sink_amounts_owned = g_sink_amounts;

@@ -1,0 +1,127 @@
+#include "frn/frn_schedule.h"
+
+#include "dates/date_serial.h"
+
+namespace kbond::frn {
+namespace {
+
+bool valid_serial(int32_t date) noexcept { return date >= 1 && date <= dates::kMaxSerial; }
+
+// 0, or the code for a list that is missing, starts before day 0, or does
+// not strictly increase.
+int32_t check_ascending(const int32_t* list, int32_t count) noexcept {
+  if (count < 0) return 60;
+  if (count == 0) return 0;
+  if (!list) return 50;
+  if (list[0] < 0) return 150;
+  for (int32_t i = 1; i < count; ++i) {
+    if (list[i] <= list[i - 1]) return 160;
+  }
+  return 0;
+}
+
+}  // namespace
+
+int32_t FrnSchedule::adjust(int32_t date) const noexcept {
+  return dates::adjust_business_day(date, type->business_day_rule, calendar());
+}
+
+int32_t frn_schedule_setup(FrnType* type, int32_t maturity, int32_t settlement,
+                           const int32_t* previous_coupon, const int32_t* reset_dates,
+                           int32_t reset_count, const int32_t* holidays, int32_t holiday_count,
+                           FrnSchedule* schedule) noexcept {
+  if (!type || !schedule) return 50;
+  FrnSchedule& s = *schedule;
+  s = FrnSchedule{};
+  s.type = type;
+  s.maturity = maturity;
+  s.settlement = settlement;
+  if (!valid_serial(settlement) || !valid_serial(maturity)) return 150;
+
+  if (int32_t code = check_ascending(holidays, holiday_count)) return code;
+  if (holiday_count > 0) {
+    s.holidays = holidays;
+    s.holiday_count = holiday_count;
+  }
+  if (check_frequency(type->frequency)) return 301;
+  if (check_day_count(type->day_count)) return 300;
+
+  // The caller's reset dates: k is the first one after settlement (or the
+  // last one when none is). A list that ends on or before settlement gives
+  // way to a later previous coupon date.
+  if (int32_t code = check_ascending(reset_dates, reset_count)) return code;
+  int32_t n = reset_count;
+  const int32_t* list = reset_dates;
+  bool previous_given = previous_coupon != nullptr;
+  int32_t k = 0;
+  if (n > 0) {
+    if (list[n - 1] > maturity) return 160;
+    while (k < n - 1 && list[k] <= settlement) ++k;
+    if (list[k] <= settlement) {
+      if (previous_given && *previous_coupon > list[k]) {
+        n = 0;
+      } else {
+        previous_given = false;
+      }
+    }
+  }
+  const bool list_in_use = n > 0;
+  const int32_t previous = previous_given ? *previous_coupon : 0;
+  if (previous != 0 && !valid_serial(previous)) return 150;
+
+  // Next coupon date.
+  int32_t next = 0;
+  if (list_in_use && list[k] > settlement) {
+    // A listed reset date is taken exactly as given.
+    next = list[k];
+    s.later_resets = list + k + 1;
+    s.later_count = n - k - 1;
+    s.grid = FrnResetGrid(next, *type);
+    s.next_index = 0;
+  } else {
+    int32_t anchor = 0;
+    const bool from_maturity = !list_in_use && previous == 0;
+    if (list_in_use) {
+      anchor = list[k];
+    } else if (previous != 0) {
+      if (previous >= settlement) return 160;
+      anchor = previous;
+    } else {
+      if (maturity <= settlement) return 160;
+      anchor = maturity;
+    }
+    s.grid = FrnResetGrid(anchor, *type);
+    int32_t j = s.grid.index_after(settlement);
+    // Stepping back from maturity: a reset date on or before settlement that
+    // is paid on a later business day is still the next coupon.
+    if (from_maturity && s.adjusts_dates() && s.adjust(s.grid.at(j - 1)) > settlement) --j;
+    s.next_index = j;
+    next = s.grid.at(j);
+    if (next < maturity && s.adjusts_dates()) next = s.adjust(next);
+    if (next >= maturity) next = maturity;
+  }
+  if (next <= settlement) return 160;
+  s.next_coupon = next;
+  s.anchor = s.grid.anchor();
+
+  // Previous coupon date.
+  int32_t last = 0;
+  if (previous != 0 && (!list_in_use || list[0] > settlement)) {
+    last = previous;
+    if (last >= next) return 160;
+  } else if (list_in_use && n >= 2 && k > 0 && list[k] > settlement) {
+    last = list[k - 1];
+  } else {
+    last = s.grid.at(s.next_index - 1);
+    if (s.adjusts_dates()) {
+      last = s.adjust(last);
+      if (last > settlement) last = s.adjust(s.grid.at(s.next_index - 2));
+    }
+  }
+  s.previous_coupon = last;
+
+  if (type->year_length == 0.0) type->year_length = default_year_length(type->day_count);
+  return 0;
+}
+
+}  // namespace kbond::frn

@@ -1,0 +1,23 @@
+#include "frn/frn_tax.h"
+
+#include <cmath>
+
+#include "dates/month_arithmetic.h"
+
+namespace kbond::frn {
+
+int32_t build_frn_tax(int32_t settlement, int32_t maturity, const double* income_tax,
+                      const double* gain_tax, const int32_t* holding, FrnTax* tax) noexcept {
+  const double income = income_tax ? *income_tax : 0.0;
+  const double gain = gain_tax ? *gain_tax : 0.0;
+  if (!std::isfinite(income) || income < 0.0 || !std::isfinite(gain) || gain < 0.0) return 250;
+  const int32_t months_or_days = holding ? *holding : 12;
+  if (months_or_days < 0) return 460;
+  const int32_t holding_end = months_or_days > 24 ? settlement + months_or_days
+                                                  : dates::add_months(settlement, months_or_days, 0);
+  tax->income_keep = 1.0 - income;
+  tax->gain_rate = maturity < holding_end && gain > 0.0 ? income : gain;
+  return 0;
+}
+
+}  // namespace kbond::frn

@@ -1,0 +1,98 @@
+#include "frn/frn_type.h"
+
+#include <cmath>
+
+#include "frn/frn_registry.h"
+
+namespace kbond::frn {
+
+int32_t check_frequency(int32_t frequency) noexcept {
+  switch (frequency) {
+    case 1: case 2: case 3: case 4: case 6: case 12: case 26: case 52:
+      return 0;
+    default:
+      return 301;
+  }
+}
+
+int32_t check_day_count(int32_t day_count) noexcept {
+  return day_count >= kFrnAct360 && day_count <= kFrnActPeriod ? 0 : 300;
+}
+
+int32_t check_business_day_rule(int32_t rule) noexcept { return rule >= 0 && rule <= 3 ? 0 : 302; }
+
+int32_t check_end_of_month(int32_t flag) noexcept { return flag == 0 || flag == 1 ? 0 : 303; }
+
+int32_t check_holiday_options(int32_t options) noexcept {
+  return options >= 0 && options <= 2 ? 0 : 304;
+}
+
+int32_t check_option_flag(int32_t flag) noexcept { return flag == 0 || flag == 1 ? 0 : 305; }
+
+int32_t check_year_length(double year_length) noexcept {
+  return std::isfinite(year_length) && year_length >= 0.0 ? 0 : 306;
+}
+
+double default_year_length(int32_t day_count) noexcept {
+  switch (day_count) {
+    case kFrnAct360: case kFrnThirty360: case kFrnThirtyE360:
+      return 360.0;
+    case kFrnAct365:
+      return 365.0;
+    case kFrnActLeap: case kFrnActPeriod:
+      return 365.25;
+    default:
+      return -1.0;
+  }
+}
+
+int32_t apply_overrides(FrnType& record, const FrnTypeOverrides& o) noexcept {
+  int32_t code = 0;
+  if (o.frequency) {
+    if ((code = check_frequency(*o.frequency))) return code;
+    record.frequency = *o.frequency;
+  }
+  if (o.day_count) {
+    if ((code = check_day_count(*o.day_count))) return code;
+    record.day_count = *o.day_count;
+  }
+  if (o.business_day_rule) {
+    if ((code = check_business_day_rule(*o.business_day_rule))) return code;
+    record.business_day_rule = *o.business_day_rule;
+  }
+  if (o.end_of_month) {
+    if ((code = check_end_of_month(*o.end_of_month))) return code;
+    record.end_of_month = *o.end_of_month;
+  }
+  if (o.holiday_options) {
+    if ((code = check_holiday_options(*o.holiday_options))) return code;
+    record.holiday_option_a = *o.holiday_options & 1;
+    record.holiday_option_b = *o.holiday_options & 2;
+  }
+  if (o.option_flag) {
+    if ((code = check_option_flag(*o.option_flag))) return code;
+    record.option_flag = *o.option_flag;
+  }
+  if (o.year_length) {
+    if ((code = check_year_length(*o.year_length))) return code;
+    record.year_length = *o.year_length;
+  }
+  if (o.extra_accrual_days) record.extra_accrual_days = *o.extra_accrual_days;
+  return 0;
+}
+
+int32_t create_frn_type(int32_t base, const FrnTypeOverrides& overrides, int32_t* error) noexcept {
+  int32_t local = 0;
+  int32_t& err = error ? *error : local;
+  FrnType working;
+  if (base != 0 && !registry_lookup(base, &working)) {
+    err = 901;
+    return 0;
+  }
+  if ((err = apply_overrides(working, overrides))) return 0;
+  const int32_t handle = registry_insert(working);
+  if (handle == 0) err = -50;
+  return handle;
+}
+
+}  // namespace kbond::frn

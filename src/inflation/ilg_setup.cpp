@@ -1,0 +1,79 @@
+#include <cmath>
+
+#include "dates/business_days.h"
+#include "dates/day_count.h"
+#include "engine/safe_math.h"
+#include "inflation/ilg_desc.h"
+#include "inflation/payment_calendar.h"
+
+namespace kbond::inflation {
+
+int32_t ilg_exdiv_date(int32_t coupon_date, const dates::BusinessCalendar& cal,
+                       const int32_t* override_days) noexcept {
+  if (override_days != nullptr) {
+    const int32_t n = *override_days;
+    if (n >= 1) return dates::add_business_days(coupon_date, -n, cal);
+    return coupon_date + n;
+  }
+  // The Gilt rule counts plain weekdays: no weekend day works.
+  dates::BusinessCalendar weekdays = cal;
+  weekdays.sat_works = 0;
+  weekdays.sun_works = 0;
+  return dates::add_business_days(coupon_date, -7, weekdays) + 1;
+}
+
+bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
+  *desc = IlgDesc{};
+  if (!(args.real_coupon > 0.0) || !(args.next_coupon_amount > 0.0) || !(args.base_index > 0.0) ||
+      !(args.latest_index > 0.0) || !std::isfinite(args.real_coupon) ||
+      !std::isfinite(args.next_coupon_amount) || !std::isfinite(args.base_index) ||
+      !std::isfinite(args.latest_index)) {
+    return false;
+  }
+  const double inflation = args.inflation != nullptr ? *args.inflation : kDefaultInflation;
+  if (!(inflation > -0.5) || !std::isfinite(inflation)) return false;
+  if (args.holiday_count < 0) return false;
+  if (!is_valid_date(args.maturity) || !is_valid_date(args.settlement) ||
+      args.settlement > args.maturity) {
+    return false;
+  }
+  if (args.extra_date != nullptr && *args.extra_date != 0 && !is_valid_date(*args.extra_date)) {
+    return false;
+  }
+
+  desc->real_coupon = args.real_coupon;
+  desc->next_coupon_amount = args.next_coupon_amount * 0.01;
+  desc->base_index = args.base_index;
+  desc->latest_index = args.latest_index;
+  desc->maturity = args.maturity;
+  desc->settlement = args.settlement;
+  desc->inflation = inflation;
+  desc->end_of_month = schedule_end_of_month(args.maturity, args.end_of_month);
+  desc->pay_on_business_day = args.pay_on_business_day != nullptr && *args.pay_on_business_day == 1;
+  desc->calendar = payment_calendar(args.holiday_options, args.holidays, args.holiday_count);
+  desc->latest_index_date = args.extra_date != nullptr ? *args.extra_date : 0;
+
+  if (!resolve_coupon_period(args.settlement, args.maturity, kIlgMonthsPerPeriod, desc->end_of_month,
+                             args.previous_coupon, args.next_coupon, kIlgNearMaturityDays,
+                             &desc->period)) {
+    return false;
+  }
+  const CouponPeriod& p = desc->period;
+
+  // Actual/actual over the quasi-coupon period, semi-annual basis.
+  const double year_days = dates::year_basis(p.quasi_start, p.next, 2, 0);
+  desc->accrued_fraction = static_cast<double>(args.settlement - p.previous) / year_days;
+  if (desc->accrued_fraction < 0.0) desc->accrued_fraction = 0.0;
+  desc->period_fraction = static_cast<double>(p.next - p.previous) / (0.5 * year_days);
+
+  const int32_t exdiv = ilg_exdiv_date(p.next, desc->calendar, args.ex_dividend_override);
+  desc->ex_dividend = args.settlement >= exdiv;
+
+  double accrued =
+      2.0 * desc->accrued_fraction * desc->next_coupon_amount / desc->period_fraction * 100.0;
+  if (desc->ex_dividend) accrued -= desc->next_coupon_amount * 100.0;
+  desc->accrued = engine::round_to(accrued, 6);
+  return true;
+}
+
+}  // namespace kbond::inflation

@@ -1,0 +1,309 @@
+// Index-linked gilts (8-month lag): the DMO price/yield formula, accrued
+// interest and the ex-dividend rule, projected flows, round trips and
+// argument checks.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "k_bond.h"
+#include "dates/date_serial.h"
+
+namespace {
+
+using kbond::dates::date_to_serial;
+
+// 2½% Index-linked Treasury Stock 2016 (coupons 26 January / 26 July, base
+// RPI 81.6), settling 15 March 2005 with the July 2005 coupon fixed at
+// 2.8952 per 100 and a latest RPI of 188.9.
+struct IlgCall {
+  double real_coupon = 0.025;
+  double next_amount = 2.8952;
+  double base = 81.6;
+  double latest = 188.9;
+  int32_t maturity = date_to_serial(26, 7, 2016);
+  int32_t settlement = date_to_serial(15, 3, 2005);
+  const int32_t* previous = nullptr;
+  const int32_t* next = nullptr;
+  double inflation = 0.03;
+  int32_t pay_on_business_day = 0;
+  const int32_t* exdiv_override = nullptr;
+  int32_t holiday_count = 0;
+
+  double price(double y, int32_t* err) const {
+    return KVLilgpr(real_coupon, next_amount, base, latest, maturity, settlement, y, previous, next, &inflation,
+                    &pay_on_business_day, nullptr, nullptr, holiday_count, exdiv_override, nullptr, 0, err);
+  }
+  double price2(double y, const int32_t* extra, int32_t* err) const {
+    return KVLilgpr2(real_coupon, next_amount, base, latest, maturity, settlement, y, extra, previous, next,
+                     &inflation, &pay_on_business_day, nullptr, nullptr, holiday_count, exdiv_override,
+                     nullptr, 0, err);
+  }
+  double yield(double p, int32_t* err) const {
+    return KVLilgyld(real_coupon, next_amount, base, latest, maturity, settlement, p, previous, next, &inflation,
+                     &pay_on_business_day, nullptr, nullptr, holiday_count, exdiv_override, nullptr, 0, err);
+  }
+  double yield2(double p, const int32_t* extra, int32_t* err) const {
+    return KVLilgyld2(real_coupon, next_amount, base, latest, maturity, settlement, p, extra, previous, next,
+                      &inflation, &pay_on_business_day, nullptr, nullptr, holiday_count, exdiv_override,
+                      nullptr, 0, err);
+  }
+  double accrued(int32_t* err) const {
+    return KVLilgai(real_coupon, next_amount, maturity, settlement, previous, next, nullptr, nullptr,
+                    holiday_count, exdiv_override, nullptr, err);
+  }
+  int32_t cashflows(int32_t** dates, double** amounts, double* redemption, int32_t* err) const {
+    return KVLilgcshflw(dates, amounts, redemption, real_coupon, next_amount, base, latest, maturity, settlement,
+                        previous, next, &inflation, &pay_on_business_day, nullptr, nullptr, holiday_count,
+                        exdiv_override, nullptr, 0, err);
+  }
+};
+
+TEST(IlgPrice, DebtManagementOfficeFormula) {
+  // Independent computation (Python) of the DMO 8-month-lag formula: r/s =
+  // 133/181, v = 1 / ((1 + 0.015/2) * sqrt(1.03)); the 22 later coupons and
+  // the redemption carry 188.9/81.6 * 1.03^(4/12 + (k-1)/2) (four whole months
+  // from settlement to the July coupon). Dirty 252.371355 (6 decimals) less
+  // accrued 2.8952 * 48/181 = 0.767788 gives 251.603567.
+  IlgCall call;
+  int32_t err = -1;
+  EXPECT_NEAR(call.price(0.015, &err), 251.603567, 1e-9);
+  EXPECT_EQ(err, 0);
+}
+
+TEST(IlgPrice, MoneyMarketPriceWhenOnlyTheRedemptionRemains) {
+  // Last period, 26 January to 26 July 2016, settling 15 March 2016: the
+  // final coupon 3.3 fixes the ratio 2 * 0.033 / 0.025 = 2.64. Dirty =
+  // 100 * (0.033 + 2.64) / (1 + 133/365 * 0.005) = 266.813887; accrued
+  // 3.3 * 49/182 = 0.888462; clean 265.925425 (independent computation).
+  IlgCall call;
+  call.next_amount = 3.3;
+  call.settlement = date_to_serial(15, 3, 2016);
+  const int32_t previous = date_to_serial(26, 1, 2016);
+  call.previous = &previous;
+  int32_t err = -1;
+  EXPECT_NEAR(call.price(0.005, &err), 265.925425, 1e-9);
+  EXPECT_EQ(err, 0);
+  EXPECT_NEAR(call.yield(265.925425, &err), 0.005, 1e-8);
+  EXPECT_EQ(err, 0);
+  // 1 + t * y = 0 has no price.
+  EXPECT_EQ(call.price(-365.0 / 133.0, &err), -100.0);
+  EXPECT_EQ(err, 1);
+}
+
+TEST(IlgPrice, LatestIndexMonthMovesTheProjection) {
+  IlgCall call;
+  int32_t err = -1;
+  // January 2005 is the month two months before settlement: same as KVLilgpr.
+  const int32_t january = date_to_serial(1, 1, 2005);
+  EXPECT_NEAR(call.price2(0.015, &january, &err), 251.603567, 1e-9);
+  EXPECT_EQ(err, 0);
+  // A December 2004 index is five months from May 2005, the month that fixes
+  // the January 2006 coupon: one month more inflation, 252.218959 (Python).
+  const int32_t december = date_to_serial(15, 12, 2004);
+  EXPECT_NEAR(call.price2(0.015, &december, &err), 252.218959, 1e-9);
+  EXPECT_NEAR(call.yield2(252.218959, &december, &err), 0.015, 1e-8);
+  EXPECT_EQ(err, 0);
+  EXPECT_NEAR(call.price2(0.015, nullptr, &err), 251.603567, 1e-9);
+}
+
+TEST(IlgYield, RoundTripsThePrice) {
+  IlgCall call;
+  for (double y : {-0.01, 0.0, 0.005, 0.015, 0.04}) {
+    int32_t err = -1;
+    const double p = call.price(y, &err);
+    ASSERT_EQ(err, 0);
+    EXPECT_NEAR(call.yield(p, &err), y, 1e-7) << "yield " << y;
+    EXPECT_EQ(err, 0);
+  }
+}
+
+TEST(IlgAccrued, NextCouponTimesAccruedDaysOverThePeriod) {
+  IlgCall call;
+  int32_t err = -1;
+  EXPECT_NEAR(call.accrued(&err), 0.767788, 1e-12);  // 2.8952 * 48/181
+  EXPECT_EQ(err, 0);
+}
+
+TEST(IlgExDividend, SevenBusinessDaysBeforeTheCoupon) {
+  // 26 July 2005 is a Tuesday; seven business days earlier is Friday 15 July
+  // and the ex-dividend date the day after, so Friday settles cum-dividend
+  // and Monday 18 July ex-dividend with accrued 2.8952 * (173/181 - 1).
+  IlgCall call;
+  int32_t err = -1;
+  call.settlement = date_to_serial(15, 7, 2005);
+  EXPECT_GT(call.accrued(&err), 0.0);
+  call.settlement = date_to_serial(18, 7, 2005);
+  EXPECT_NEAR(call.accrued(&err), -0.127965, 1e-12);
+  EXPECT_EQ(err, 0);
+
+  int32_t* dates = nullptr;
+  double* amounts = nullptr;
+  double redemption = 0.0;
+  ASSERT_EQ(call.cashflows(&dates, &amounts, &redemption, &err), 23);
+  EXPECT_EQ(amounts[0], 0.0);
+  EXPECT_GT(amounts[1], 0.0);
+  KVLilgcshflw_free(dates, amounts);
+
+  // At one settlement, ex-dividend (by an override) against cum-dividend:
+  // the dirty prices differ by the July coupon discounted over the 8 days
+  // left, 2.8952 * v^(8/181), v = 1 / (1.0075 * sqrt(1.03)).
+  const int32_t one_day = 1, twenty_days_earlier = -20;
+  call.exdiv_override = &one_day;
+  const double cum = call.price(0.015, &err) + call.accrued(&err);
+  call.exdiv_override = &twenty_days_earlier;
+  const double ex = call.price(0.015, &err) + call.accrued(&err);
+  const double v = 1.0 / (1.0075 * std::sqrt(1.03));
+  EXPECT_NEAR(cum - ex, 2.8952 * std::pow(v, 8.0 / 181.0), 3e-6);
+}
+
+TEST(IlgExDividend, OverrideCountsBusinessOrCalendarDays) {
+  IlgCall call;
+  int32_t err = -1;
+  // Ten business days before Tuesday 26 July 2005 is Tuesday 12 July.
+  const int32_t ten = 10;
+  call.exdiv_override = &ten;
+  call.settlement = date_to_serial(11, 7, 2005);
+  EXPECT_GT(call.accrued(&err), 0.0);
+  call.settlement = date_to_serial(12, 7, 2005);
+  EXPECT_LT(call.accrued(&err), 0.0);
+  // n < 1: the coupon date plus n calendar days, here 23 July.
+  const int32_t minus_three = -3;
+  call.exdiv_override = &minus_three;
+  call.settlement = date_to_serial(22, 7, 2005);
+  EXPECT_GT(call.accrued(&err), 0.0);
+  call.settlement = date_to_serial(23, 7, 2005);
+  EXPECT_LT(call.accrued(&err), 0.0);
+}
+
+TEST(IlgCashflows, ProjectedFromTheLatestIndex) {
+  IlgCall call;
+  int32_t* dates = nullptr;
+  double* amounts = nullptr;
+  double redemption = 0.0;
+  int32_t err = -1;
+  const int32_t rows = call.cashflows(&dates, &amounts, &redemption, &err);
+  ASSERT_EQ(err, 0);
+  ASSERT_EQ(rows, 23);  // July 2005 and the 22 coupons to July 2016
+  EXPECT_EQ(dates[0], date_to_serial(26, 7, 2005));
+  EXPECT_EQ(amounts[0], 2.8952);
+  EXPECT_EQ(dates[1], date_to_serial(26, 1, 2006));
+  // 1.25 * 188.9/81.6 * 1.03^(4/12), then half a year of 3 % per row.
+  EXPECT_NEAR(amounts[1], 2.922340972304498, 1e-9);
+  EXPECT_NEAR(amounts[2] / amounts[1], std::sqrt(1.03), 1e-12);
+  EXPECT_EQ(dates[22], call.maturity);
+  EXPECT_NEAR(redemption, 318.8685841975839, 1e-8);  // 100 * the last row's factor
+
+  // The table reprices the bond at the DMO discount factor.
+  const double v = 1.0 / ((1.0 + 0.0075) * std::sqrt(1.03));
+  double dirty = redemption * std::pow(v, 133.0 / 181.0 + 22);
+  for (int32_t i = 0; i < rows; ++i) dirty += amounts[i] * std::pow(v, 133.0 / 181.0 + i);
+  EXPECT_NEAR(std::floor(dirty * 1e6 + 0.5) / 1e6 - 0.767788, call.price(0.015, &err), 1e-6);
+  KVLilgcshflw_free(dates, amounts);
+}
+
+TEST(IlgCashflows, PaymentsMoveToTheNextBusinessDayOnRequest) {
+  // 26 January 2013 is a Saturday: paid on Monday 28 January.
+  IlgCall call;
+  int32_t* dates = nullptr;
+  double* amounts = nullptr;
+  int32_t err = -1;
+  ASSERT_EQ(call.cashflows(&dates, nullptr, nullptr, &err), 23);
+  EXPECT_EQ(dates[15], date_to_serial(26, 1, 2013));
+  KVLilgcshflw_free(dates, amounts);
+  call.pay_on_business_day = 1;
+  ASSERT_EQ(call.cashflows(&dates, &amounts, nullptr, &err), 23);
+  EXPECT_EQ(dates[15], date_to_serial(28, 1, 2013));
+  KVLilgcshflw_free(dates, amounts);
+}
+
+TEST(IlgCashflows, BrokenFinalPeriodCarriesItsFraction) {
+  // An off-cycle schedule: previous 10 September 2015, next 10 March 2016,
+  // maturity 26 July 2016. The March coupon 2.9 fixes the ratio 2.32; the
+  // final row runs 138 of 184 days and grows by 1.03^(4/12):
+  // 1.25 * 2.32 * 1.03^(1/3) * 138/184 = 2.196536; redemption 234.297179.
+  IlgCall call;
+  call.next_amount = 2.9;
+  call.settlement = date_to_serial(15, 1, 2016);
+  const int32_t previous = date_to_serial(10, 9, 2015);
+  const int32_t next = date_to_serial(10, 3, 2016);
+  call.previous = &previous;
+  call.next = &next;
+  int32_t* dates = nullptr;
+  double* amounts = nullptr;
+  double redemption = 0.0;
+  int32_t err = -1;
+  ASSERT_EQ(call.cashflows(&dates, &amounts, &redemption, &err), 2);
+  EXPECT_EQ(dates[1], call.maturity);
+  EXPECT_NEAR(amounts[1], 2.1965360540586647, 1e-9);
+  EXPECT_NEAR(redemption, 234.2971790995909, 1e-8);
+  KVLilgcshflw_free(dates, amounts);
+}
+
+TEST(IlgArguments, NonPositiveInputsAreRefused) {
+  int32_t err = 0;
+  for (int field = 0; field < 4; ++field) {
+    for (double bad : {0.0, -1.0, std::nan("")}) {
+      IlgCall call;
+      double* target[4] = {&call.real_coupon, &call.next_amount, &call.base, &call.latest};
+      *target[field] = bad;
+      EXPECT_EQ(call.price(0.015, &err), -1.0) << "field " << field;
+      EXPECT_EQ(err, 1);
+      EXPECT_EQ(call.yield(250.0, &err), -1.0);
+      EXPECT_EQ(err, 1);
+    }
+  }
+}
+
+TEST(IlgArguments, InflationMustStayAboveMinusFiftyPercent) {
+  IlgCall call;
+  int32_t err = 0;
+  call.inflation = -0.5;
+  EXPECT_EQ(call.price(0.015, &err), -1.0);
+  EXPECT_EQ(err, 1);
+  call.inflation = -0.49;
+  EXPECT_GT(call.price(0.015, &err), 0.0);
+  EXPECT_EQ(err, 0);
+}
+
+TEST(IlgArguments, BadDatesAndCountsFail) {
+  int32_t err = 0;
+  IlgCall call;
+  call.settlement = call.maturity + 1;
+  EXPECT_EQ(call.accrued(&err), -1.0);
+  EXPECT_EQ(err, 1);
+  call = IlgCall{};
+  call.holiday_count = -1;
+  EXPECT_EQ(call.price(0.015, &err), -1.0);
+  EXPECT_EQ(err, 1);
+  call = IlgCall{};
+  const int32_t previous = date_to_serial(26, 7, 2005);  // not before the next coupon
+  const int32_t next = date_to_serial(26, 7, 2005);
+  call.previous = &previous;
+  call.next = &next;
+  EXPECT_EQ(call.price(0.015, &err), -1.0);
+  EXPECT_EQ(err, 1);
+  call = IlgCall{};
+  EXPECT_EQ(call.price(std::nan(""), &err), -1.0);
+  EXPECT_EQ(err, 1);
+  const int32_t bad_month = -5;
+  EXPECT_EQ(call.price2(0.015, &bad_month, &err), -1.0);
+  EXPECT_EQ(err, 1);
+}
+
+TEST(IlgArguments, FailedCashflowCallLeavesNothingToFree) {
+  IlgCall call;
+  call.base = 0.0;
+  int32_t dummy = 0;
+  int32_t* dates = &dummy;
+  double dummy_amount = 0.0;
+  double* amounts = &dummy_amount;
+  int32_t err = 0;
+  EXPECT_EQ(call.cashflows(&dates, &amounts, nullptr, &err), 0);
+  EXPECT_EQ(err, 1);
+  EXPECT_EQ(dates, nullptr);
+  EXPECT_EQ(amounts, nullptr);
+  KVLilgcshflw_free(dates, amounts);
+  KVLilgcshflw_free(nullptr, nullptr);
+}
+
+}  // namespace
