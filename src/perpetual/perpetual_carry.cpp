@@ -58,9 +58,18 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
     *error = kDateOrder;
     return -999.0;
   }
+  // The bond as the forward buyer takes it (also checks the end date).
+  perpetual_args end_args = args;
+  end_args.settlement = end;
+  perpetual_desc at_end;
+  if (perpetual_setup(end_args, at_end) != 0) {
+    *error = 1;
+    return -1.0;
+  }
+  const auto& e = at_end.grid;
+
   const double unit = 1.0 / engine::bond_type_mm_basis(g.type, g.settlement);
   const double cash = terms.price * 0.01 + g.accrued;
-
   double financing_cost = 0.0, income = 0.0;
   int32_t from = g.settlement;
   auto accrue_to = [&](int32_t to) {
@@ -71,8 +80,10 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
     income += interest_over(income, reinvest, t, reinvesting);
     from = to;
   };
+  // Coupons paid in the period: those before the buyer's next coupon.
   const double net_per_period = (1.0 - g.coupon_tax) / g.frequency;
-  for (int32_t date = g.next_coupon; date <= end; date = engine::grid_after(g, date, nullptr)) {
+  for (int32_t date = g.next_coupon; date < e.next_coupon;
+       date = engine::grid_after(g, date, nullptr)) {
     accrue_to(date);
     if (date == g.next_coupon) {
       income += g.exdiv ? 0.0 : g.full_coupon;
@@ -83,17 +94,9 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
   accrue_to(end);
   if (financing == kFullPeriod) financing_cost = cash * repo * (end - g.settlement) * unit;
 
-  perpetual_args end_args = args;
-  end_args.settlement = end;
-  perpetual_desc at_end;
-  if (perpetual_setup(end_args, at_end) != 0) {
-    *error = 1;
-    return -1.0;
-  }
   // Ex-coupon at the end: the coming coupon stays with the position, worth
   // its amount discounted from its payment date at the reinvestment rate
   // (unless the seller had already kept it at settlement).
-  const auto& e = at_end.grid;
   const bool kept_by_seller = g.exdiv && e.next_coupon == g.next_coupon;
   if (e.exdiv && !kept_by_seller) {
     const int32_t discount_mode = financing == kContinuous ? kContinuous : kSimple;

@@ -42,7 +42,9 @@ void for_each_explicit_coupon(const perpetual_desc& d, Visit&& visit) {
   int32_t date = g.next_coupon;
   visit(0, date, g.exdiv ? 0.0 : g.full_coupon);
   for (int32_t k = 1; k < d.explicit_coupons; ++k) {
-    date = engine::grid_after(g, date, nullptr);
+    const int32_t next = engine::grid_after(g, date, nullptr);
+    if (next <= date) break;  // the end of the calendar: the perpetuity takes over
+    date = next;
     visit(k, date, rate_on(d, date) * net_per_period);
   }
 }
