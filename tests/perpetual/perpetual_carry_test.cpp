@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 
 #include "perpetual/perpetual_test_bond.h"
 
@@ -82,6 +83,12 @@ TEST(PerpetualCarry, EndNotAfterSettlementIs160) {
   EXPECT_EQ(bond.error, 160);
   EXPECT_EQ(bond.implied_repo(100.0, 99.0, bond.settlement, nullptr, nullptr), -999.0);
   EXPECT_EQ(bond.error, 160);
+}
+
+TEST(PerpetualCarry, EndBeyondTheCalendarIsRefused) {
+  PerpetualBond bond;
+  EXPECT_EQ(bond.carry(INT32_MAX, 100.0, 0.04, nullptr), -1.0);
+  EXPECT_EQ(bond.error, 1);
 }
 
 TEST(PerpetualCarry, ImpossibleForwardFindsNoRepo) {
