@@ -303,6 +303,224 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 /* Bond futures: conversion factors, carry, forward, implied repo           */
 /* ======================================================================== */
 
+/* Conversion factors. A contract code names the exchange's rule:
+**    0 CBOT Treasury bond / 10-year note (quarterly method)
+**    1 CBOT 2- and 5-year notes (monthly method)
+**   60, 61 CBOT 10-year, 5-year notes; 70, 71 the same at a 6.5 % notional
+**    2, 22 LIFFE long, medium gilt (closed form, 7 dp)
+**   34, 35 LIFFE long, medium gilt priced as gilts; 3, 31, 32, 33, 36, 37
+**          MATIF notional contracts on OATs
+**    4 TSE JGB (truncated to 6 dp)      7 Montreal CGB
+**    5, 15-18, 20 contracts delivered on the 10th (Bund, Bobl, Schatz, Buxl)
+**    6, 45-47 BTP contracts             8, 9, 11 MEFF Spanish bond contracts
+**   10 MEFF 10 % notional bono          25, 26 Belfox Belgian bond contracts
+**   40 7th-of-month 7 % contract        41, 42 OM Swedish bond contracts
+**   50, 51 third-Wednesday annual contracts   55 Porto Portuguese contract
+** Any other code gives error 900.
+**
+** KVLbfact1: conversion factor (a number near 1) of a bond for a contract.
+**   coupon         annual coupon rate of the bond, decimal
+**   maturity       maturity date
+**   delivery       a date in the delivery month (some contracts use it as
+**                  the delivery day when it is later than their own)
+**   contract       contract code (NULL: 0)
+**   holidays, n_holidays  ascending holiday serials for the delivery-day
+**                  business-day rules (NULL / 0: none)
+**   weekend_flag   nonzero: Saturday is a business day (NULL: 0)
+**   adjust_flag    nonzero: Sunday is a business day (NULL: 0)
+**   extra_option   contracts 2 and 22 only: ex-dividend period of the gilt,
+**                  n < 1 calendar days added to the coupon date, n >= 1
+**                  business days before it (NULL: the Gilt rule)
+**   dated_date, first_coupon  coupon-date arguments of KVLbpr, handed to
+**                  the bond price by the price-based contracts
+**   notional       override of the notional coupon, decimal (NULL: the
+**                  contract's); error 920 for zero or below under codes 0,
+**                  1, 4, 7, 40, 41, 42, 50, 51, 60, 61, 70, 71, for below
+**                  zero under the others
+**   check_eligibility  NULL or nonzero: error 910 for a bond outside the
+**                  contract's deliverable maturities; 0: factor regardless
+** Errors: 150 bad date, 160 reference date after maturity, 900 unknown
+** contract, 910 not deliverable, 920 notional out of range, 1 non-finite
+** coupon or a price-based factor whose bond description is invalid.
+** Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbfact1(double coupon, int32_t maturity, int32_t delivery,
+                                    const int32_t* contract, const int32_t* holidays,
+                                    int32_t n_holidays, const int32_t* weekend_flag,
+                                    const int32_t* adjust_flag, const int32_t* extra_option,
+                                    const int32_t* dated_date, const int32_t* first_coupon,
+                                    const double* notional, const int32_t* check_eligibility,
+                                    int32_t* error);
+
+/* KVLbfact: KVLbfact1 with the contract's own notional coupon and the
+** eligibility check on. */
+KVL_EXPORT double KVL_API KVLbfact(double coupon, int32_t maturity, int32_t delivery,
+                                   const int32_t* contract, const int32_t* holidays,
+                                   int32_t n_holidays, const int32_t* weekend_flag,
+                                   const int32_t* adjust_flag, const int32_t* extra_option,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   int32_t* error);
+
+/* Cash and carry. Hold the bond from settlement to an end date (a futures
+** delivery or forward date), financed at a repo rate. Prices and futures
+** prices per 100, repo and reinvestment rates decimal per year, conversion
+** factors plain numbers near 1; no result is rounded.
+**
+** Argument layout shared by the ten functions:
+**   coupons, n_coupons, dates, n_dates, settlement  common arguments 1-5
+**   (the function's own arguments, listed per function)
+**   dated_date ... exdiv_days   common arguments 6-10, 12 and 21-28, as
+**                  for KVLbai1 (coupon_tax is the withholding on coupons;
+**                  factor ... sink_premium describe amortisation; a bond
+**                  quoted on outstanding face is carried as such)
+**   basis          day basis of the repo and reinvestment interest (NULL or
+**                  not above 0: the type's money-market basis, 360 or 365)
+**   days           the carry period ends this many days before the end
+**                  date, never after maturity (NULL: on the end date)
+**   mode           mode word (NULL: 0). Bits 1-2: financing interest,
+**                  0 simple (compounding at coupon dates), 4 continuous
+**                  (both rates first re-expressed from the coupon frequency),
+**                  2 simple on the start amount over the whole period.
+**                  Bit 0: coupons received are reinvested (simply under 2);
+**                  clear: they earn nothing.
+**   `1` variants only, the business-day block:
+**   date_rule      NULL/0 dates as given; 1 settlement rolled to the next
+**                  business day and the end date likewise; 2 both must be
+**                  business days (else 160); other values 460
+**   holidays, n_holidays, calendar_flags  holiday calendar and weekend
+**                  flags (bit 0 Saturday works, bit 1 Sunday works), also
+**                  handed to the bond set-up. The short forms pass none.
+**   error          error code (may be NULL)
+** The carry covers: accrued interest gained, coupons paid in the period
+** (with reinvestment interest when asked), less the financing of price plus
+** accrued interest. An end date in an ex-coupon period counts the coming
+** coupon, discounted from its payment date at the reinvestment rate.
+** Errors: 160 end date after maturity or not after settlement (result
+** -999.0 for the latter), 460 bad date rule, 1 invalid description or
+** non-finite input, -60 lock. Failure value -1.0. */
+
+/* KVLbcarry1: carry in percent of face (per 100 outstanding), financing and
+** coupon reinvestment both at the repo rate. */
+KVL_EXPORT double KVL_API KVLbcarry1(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, int32_t end_date, double price, double repo, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, const int32_t* date_rule, const int32_t* holidays, int32_t n_holidays,
+        const int32_t* calendar_flags, int32_t* error);
+
+/* KVLbcarry: KVLbcarry1 without the business-day block. */
+KVL_EXPORT double KVL_API KVLbcarry(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, int32_t end_date, double price, double repo, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, int32_t* error);
+
+/* KVLbifutp1: implied futures price = (price - carry) / conversion_factor,
+** the carry to the delivery date with coupons reinvested at *reinvest (NULL
+** or negative: the repo rate). Error 401 for a zero conversion factor. */
+KVL_EXPORT double KVL_API KVLbifutp1(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, double price, double repo, double conversion_factor,
+        int32_t delivery, const double* reinvest, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, const int32_t* date_rule, const int32_t* holidays, int32_t n_holidays,
+        const int32_t* calendar_flags, int32_t* error);
+
+/* KVLbifutp: KVLbifutp1 without the business-day block. */
+KVL_EXPORT double KVL_API KVLbifutp(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, double price, double repo, double conversion_factor,
+        int32_t delivery, const double* reinvest, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, int32_t* error);
+
+/* KVLbfwd1: forward clean price at forward_date: KVLbifutp1 with a
+** conversion factor of 1 and reinvestment at the repo rate. */
+KVL_EXPORT double KVL_API KVLbfwd1(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, int32_t forward_date, double price, double repo, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, const int32_t* date_rule, const int32_t* holidays, int32_t n_holidays,
+        const int32_t* calendar_flags, int32_t* error);
+
+/* KVLbfwd: KVLbfwd1 without the business-day block. */
+KVL_EXPORT double KVL_API KVLbfwd(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, int32_t forward_date, double price, double repo, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, int32_t* error);
+
+/* KVLbnbasis1: net basis = forward price - futures_price x
+** conversion_factor (the forward's error and failure value stand). */
+KVL_EXPORT double KVL_API KVLbnbasis1(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, int32_t forward_date, double price, double repo, double futures_price,
+        double conversion_factor, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, const int32_t* date_rule, const int32_t* holidays, int32_t n_holidays,
+        const int32_t* calendar_flags, int32_t* error);
+
+/* KVLbnbasis: KVLbnbasis1 without the business-day block. */
+KVL_EXPORT double KVL_API KVLbnbasis(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, int32_t forward_date, double price, double repo, double futures_price,
+        double conversion_factor, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, int32_t* error);
+
+/* KVLbirepo1: implied repo rate (decimal per year): the rate at which the
+** carry to the delivery date equals price - futures_price x
+** conversion_factor; coupons reinvested at *reinvest (NULL or negative: at
+** the rate being solved for). Bracketing search within [-0.99, 5], then
+** [-4, 0.01], then [0, 15] (tolerance 1e-6 of face, 64 iterations); none
+** converging: error 1, result -999.0. An invalid date rule does not stop
+** this function: the bond set-up's code replaces 460 and the end date is
+** rolled to a business day. */
+KVL_EXPORT double KVL_API KVLbirepo1(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, double price, double futures_price,
+        double conversion_factor, int32_t delivery, const double* reinvest, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, const int32_t* date_rule, const int32_t* holidays, int32_t n_holidays,
+        const int32_t* calendar_flags, int32_t* error);
+
+/* KVLbirepo: KVLbirepo1 without the business-day block. */
+KVL_EXPORT double KVL_API KVLbirepo(
+        const double* coupons, int32_t n_coupons, const int32_t* dates,
+        int32_t n_dates, int32_t settlement, double price, double futures_price,
+        double conversion_factor, int32_t delivery, const double* reinvest, const int32_t* dated_date,
+        const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+        int32_t n_frequency, const double* coupon_tax, const double* factor,
+        const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+        const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+        const double* basis, const int32_t* days, const int32_t* mode, int32_t* error);
+
 /* ---- end of bond futures ---- */
 
 

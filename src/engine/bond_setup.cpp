@@ -6,7 +6,9 @@
 // amortisation, the period fractions, the accrued interest and the
 // ex-dividend rule. Any invalid argument ends the set-up with 1.
 #include <cmath>
+#include <climits>
 #include <cstdint>
+#include <memory>
 
 #include "dates/date_serial.h"
 #include "dates/day_count.h"
@@ -128,7 +130,7 @@ void decide_eom_from_anchor(bond_desc& d) noexcept {
   dates::serial_to_date(d.anchor, &day, &month, &year);
   if (day == 31) {
     d.eom = 1;
-  } else if (!dates::is_end_of_month(d.anchor)) {
+  } else if (day != dates::days_in_month(month, year)) {
     d.eom = 0;
   }
 }
@@ -176,10 +178,18 @@ bool place_coupon_grid(const bond_args& a, bond_desc& d) noexcept {
 }
 
 // The coupon period containing settlement and where settlement lies in it.
-bool place_settlement(bond_desc& d) noexcept {
+// `grid_index` receives the index of the grid date on or before settlement,
+// or kNotOnGrid when the period starts at the dated date instead.
+constexpr int32_t kNotOnGrid = INT32_MIN;
+
+bool place_settlement(bond_desc& d, int32_t* grid_index) noexcept {
   int32_t j = 0;
   int32_t start = grid_on_or_before(d, d.settlement, &j);
-  if (start < d.dated_date || start < d.first_coupon) start = d.dated_date;
+  *grid_index = j;
+  if (start < d.dated_date || start < d.first_coupon) {
+    start = d.dated_date;
+    *grid_index = kNotOnGrid;
+  }
   d.period_start = start;
   if (d.settlement < d.first_coupon) {
     d.next_coupon = d.first_coupon;
@@ -202,11 +212,19 @@ bool place_settlement(bond_desc& d) noexcept {
 }
 
 // Whole coupon periods to maturity and whether a broken one remains.
-void count_periods(bond_desc& d) noexcept {
+void count_periods(bond_desc& d, int32_t grid_index) noexcept {
   if (d.position == kNoGridDateLeft) {
     d.odd_first = 0;
     d.whole_periods = 0;
     d.partial_period = 1;
+    return;
+  }
+  if (d.anchor == d.maturity && grid_index != kNotOnGrid && d.settlement >= d.first_coupon) {
+    // A grid through maturity: the period start is -grid_index whole
+    // periods before it.
+    d.odd_first = 0;
+    d.whole_periods = -grid_index;
+    d.partial_period = 0;
     return;
   }
   int32_t exact = 0;
@@ -354,12 +372,14 @@ void apply_ex_dividend(bond_desc& d) noexcept {
 }  // namespace
 
 int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
-  desc = bond_desc{};
+  std::construct_at(&desc);  // in place: the record is large
   desc.settlement = args.settlement;
+  int32_t grid_index = 0;
   if (!well_formed(args) || !read_coupons(args, desc) || !read_type(args, desc) ||
-      !read_frequency(args, desc) || !place_coupon_grid(args, desc) || !place_settlement(desc))
+      !read_frequency(args, desc) || !place_coupon_grid(args, desc) ||
+      !place_settlement(desc, &grid_index))
     return 1;
-  count_periods(desc);
+  count_periods(desc, grid_index);
 
   desc.accrual_basis =
       bond_type_accrual_basis(desc.type, desc.settlement, desc.period_start, desc.eom);

@@ -23,6 +23,7 @@
 #pragma once
 #include <cmath>
 #include <cstdint>
+#include <type_traits>
 
 #include "engine/bond_desc.h"
 #include "engine/catalogue.h"
@@ -32,6 +33,9 @@
 namespace kbond::engine {
 
 inline constexpr int32_t kLockNotObtained = -60;
+
+static_assert(std::is_trivially_destructible_v<bond_desc>,
+              "BondCall keeps the description in raw storage");
 
 class BondCall {
  public:
@@ -54,6 +58,7 @@ class BondCall {
   ~BondCall() {
     if (ready_) bond_release(desc_);
   }
+  // bond_setup builds the description in place; it is not initialised twice.
 
   BondCall(const BondCall&) = delete;
   BondCall& operator=(const BondCall&) = delete;
@@ -71,7 +76,9 @@ class BondCall {
   int32_t local_error_ = 0;
   int32_t* error_;
   TypeReadGuard lock_;  // declared before desc_: released after it
-  bond_desc desc_;
+  union {
+    bond_desc desc_;  // constructed by bond_setup, trivially destructible
+  };
   bool ready_ = false;
 };
 

@@ -1,0 +1,203 @@
+#include "futures/carry_engine.h"
+
+#include <cmath>
+#include <cstdint>
+
+#include "dates/business_days.h"
+#include "dates/month_arithmetic.h"
+#include "engine/catalogue.h"
+#include "engine/safe_math.h"
+
+namespace kbond::futures {
+namespace {
+
+constexpr int32_t kOatType = 81;  // OAT accrued interest is quoted to 5 decimals of face
+constexpr int32_t kNoInterest = -1;
+
+double market_accrued(double accrued, int32_t type) {
+  return type == kOatType ? std::floor(accrued * 1e5 + 0.5) * 1e-5 : accrued;
+}
+
+// A coupon paid `t` years after `date` is worth this much at `date`.
+double discount(double rate, double t, int32_t mode) {
+  if (mode == kContinuous) return engine::safe_exp(-rate * t);
+  const double denominator = 1.0 + rate * t;
+  return denominator > 0.0 ? 1.0 / denominator : 0.0;
+}
+
+// The coupon dates of the description, from the next one on: each grid date
+// in turn, the last one being the maturity.
+struct CouponWalk {
+  const engine::bond_desc& desc;
+  int32_t date;       // payment date of the current coupon
+  int32_t start;      // start of its period
+  bool first = true;
+
+  explicit CouponWalk(const engine::bond_desc& d)
+      : desc(d), date(d.next_coupon), start(d.period_start) {}
+
+  // Coupon per unit of face paid at `date` (net of withholding).
+  double amount() const {
+    if (first) return desc.exdiv ? 0.0 : desc.full_coupon;
+    const double rate = engine::rate_in_force(desc, start);
+    double periods = 1.0;
+    if (date == desc.maturity && desc.partial_period && desc.position != engine::kNoGridDateLeft) {
+      const int32_t regular_end =
+          dates::schedule_date(start, 1, desc.months_per_period, desc.anchor, desc.eom, nullptr);
+      if (regular_end > desc.maturity) periods = desc.last_coupon;
+    }
+    return (1.0 - desc.coupon_tax) * rate * periods / desc.frequency;
+  }
+
+  void advance() {
+    start = date;
+    first = false;
+    if (date >= desc.maturity) {
+      date = INT32_MAX;  // nothing is paid after maturity
+      return;
+    }
+    const int32_t next =
+        dates::schedule_date(date, 1, desc.months_per_period, desc.anchor, desc.eom, nullptr);
+    date = next > desc.maturity ? desc.maturity : next;
+  }
+};
+
+// Description of the bond settling at `date`, with the coupon rate then in
+// force as its only rate (the accrued interest there is all that is read).
+int32_t end_description(const engine::bond_desc& desc, const engine::bond_args& args,
+                        int32_t date, double* rate, engine::bond_desc* out) {
+  const int32_t period_start =
+      dates::schedule_date(date, 0, desc.months_per_period, desc.anchor, desc.eom, nullptr);
+  *rate = engine::rate_in_force(desc, period_start);
+  engine::bond_args end_args = args;
+  end_args.coupons = rate;
+  end_args.n_coupons = 1;
+  end_args.dates = &desc.maturity;
+  end_args.n_dates = 1;
+  end_args.settlement = date;
+  end_args.factor = nullptr;
+  end_args.sink_dates = nullptr;
+  end_args.n_sink = 0;
+  end_args.sink_ends = nullptr;
+  end_args.n_sink_ends = 0;
+  end_args.sink_amounts = nullptr;
+  end_args.sink_premium = nullptr;
+  return engine::bond_setup(end_args, *out);
+}
+
+}  // namespace
+
+double period_interest(double amount, double rate, double t, int32_t mode) noexcept {
+  if (mode == kSimpleInterest) return amount * rate * t;
+  if (mode == kContinuous) return amount * (std::exp(rate * t) - 1.0);
+  return 0.0;
+}
+
+double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args,
+                    const CarryTerms& terms, int32_t* error) noexcept {
+  *error = 0;
+  const int32_t mode_word = terms.mode ? *terms.mode : 0;
+  const int32_t financing = mode_word & 6;
+  int32_t reinvesting = kNoInterest;
+  if (mode_word & kReinvestCoupons) {
+    reinvesting = financing == kFullPeriodInterest ? kSimpleInterest : financing;
+  }
+  double repo = terms.repo;
+  double reinvest = terms.reinvest;
+  if (financing == kContinuous) {
+    // Rates quoted at the coupon frequency, re-expressed continuously.
+    const double f = desc.frequency;
+    int32_t e1 = 0, e2 = 0;
+    repo = engine::yield_convert(repo, f, 0.0, f, 0.0, &e1);
+    reinvest = engine::yield_convert(reinvest, f, 0.0, f, 0.0, &e2);
+    if (e1 || e2) {
+      *error = 1;
+      return -1.0;
+    }
+  }
+  const double basis = terms.basis && *terms.basis > 0.0
+                           ? *terms.basis
+                           : engine::bond_type_mm_basis(desc.type, desc.settlement);
+  const double unit = 1.0 / basis;
+
+  int32_t end = terms.end_date;
+  if (terms.date_rule != 0) end = dates::adjust_business_day(end, dates::kFollowing, desc.calendar());
+  if (end <= desc.settlement) {
+    *error = 160;
+    return -999.0;
+  }
+  // Widened: a day count from the caller may be any int32.
+  int64_t stop_wide = end;
+  if (terms.days) stop_wide -= *terms.days;
+  if (stop_wide > desc.maturity) stop_wide = desc.maturity;
+  const int32_t stop = stop_wide <= desc.settlement ? desc.settlement
+                                                    : static_cast<int32_t>(stop_wide);
+  if (stop <= desc.settlement) {
+    *error = 160;
+    return -999.0;
+  }
+
+  // Cash per unit of initial face; quoted prices and accrued interest are
+  // per outstanding face.
+  const double start_factor = desc.price_factor_flag ? desc.price_factor : 1.0;
+  const double cash = (terms.price * 0.01 + market_accrued(desc.accrued, desc.type)) * start_factor;
+
+  double financing_cost = 0.0;
+  double income = 0.0;
+  int32_t from = desc.settlement;
+  CouponWalk coupon(desc);
+  auto accrue_to = [&](int32_t to) {
+    const double t = (to - from) * unit;
+    if (financing != kFullPeriodInterest) {
+      financing_cost += period_interest(cash + financing_cost, repo, t, financing);
+    }
+    income += period_interest(income, reinvest, t, reinvesting);
+    from = to;
+  };
+  for (; coupon.date <= stop; coupon.advance()) {
+    accrue_to(coupon.date);
+    if (desc.price_factor_flag) {
+      // Coupon on the face outstanding through the period, then the
+      // principal repaid on the date.
+      const double before = engine::outstanding_factor(desc, coupon.date - 1);
+      const double after = engine::outstanding_factor(desc, coupon.date);
+      income += coupon.amount() * before + (before - after);
+    } else {
+      income += coupon.amount();
+    }
+  }
+  accrue_to(stop);
+  if (financing == kFullPeriodInterest) {
+    financing_cost = cash * repo * (stop - desc.settlement) * unit;
+  }
+
+  engine::bond_desc at_end;
+  double end_rate = 0.0;
+  if (end_description(desc, args, stop, &end_rate, &at_end) != 0) {
+    *error = 1;
+    return -1.0;
+  }
+  const double end_accrued = market_accrued(at_end.accrued, desc.type);
+  const double end_factor = desc.price_factor_flag ? engine::outstanding_factor(desc, stop) : 1.0;
+  // Ex-coupon at the end: the forward buyer takes the bond without the
+  // coming coupon, which stays with the position; it is worth its amount
+  // discounted from its payment date at the reinvestment rate. A coupon the
+  // seller kept at settlement (already ex then) is not ours.
+  const bool same_coupon_kept_by_seller = desc.exdiv && at_end.next_coupon == desc.next_coupon;
+  if (at_end.exdiv && !same_coupon_kept_by_seller) {
+    const double t = (at_end.next_coupon - stop) * unit;
+    const int32_t discount_mode = financing == kContinuous ? kContinuous : kSimpleInterest;
+    income += at_end.full_coupon * end_factor * discount(reinvest, t, discount_mode);
+  }
+  engine::bond_release(at_end);
+  if (end_factor <= 0.0) {
+    *error = 160;  // nothing left outstanding at the end
+    return -999.0;
+  }
+  // Forward dirty value per outstanding face, and the clean forward price.
+  const double forward_full = (cash + financing_cost - income) / end_factor;
+  const double forward_clean = (forward_full - end_accrued) * 100.0;
+  return start_factor * (terms.price - forward_clean) * 0.01;
+}
+
+}  // namespace kbond::futures

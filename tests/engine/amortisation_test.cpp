@@ -1,0 +1,198 @@
+// Sinking funds: equal amortisation (kind 1) and schedules (kind 2), the
+// outstanding factor, the amount due on each amortisation date, the next
+// amortisation date and the ownership of the copied schedule.
+#include <gtest/gtest.h>
+
+#include "dates/date_serial.h"
+#include "engine/bond_desc.h"
+
+namespace kbond::engine {
+namespace {
+
+int32_t ymd(int32_t y, int32_t m, int32_t d) { return dates::date_to_serial(d, m, y); }
+
+constexpr double kTight = 1e-12;
+
+// 6% semi-annual generic bond maturing 15 Jun 2030, repaid once a year.
+struct SinkingBond {
+  double coupon = 0.06;
+  int32_t maturity = ymd(2030, 6, 15);
+  int32_t type = 500;
+  int32_t frequency[2] = {2, 1};
+  double factor = 0.0;
+  bond_args args;
+  explicit SinkingBond(int32_t settlement) {
+    args.coupons = &coupon;
+    args.n_coupons = 1;
+    args.dates = &maturity;
+    args.n_dates = 1;
+    args.settlement = settlement;
+    args.type = &type;
+    args.frequency = frequency;
+    args.n_frequency = 2;
+    args.factor = &factor;
+  }
+  SinkingBond(const SinkingBond&) = delete;
+};
+
+TEST(AmortisationEqual, FiveEqualRepaymentsThroughMaturity) {
+  // First sinking date 15 Jun 2026, yearly: 2026, 2027, 2028, 2029 and
+  // maturity 2030, each 1/5 of the face.
+  SinkingBond b(ymd(2028, 3, 15));
+  b.factor = -1.0;
+  const int32_t sink[] = {ymd(2026, 6, 15)};
+  b.args.sink_dates = sink;
+  b.args.n_sink = 1;
+  bond_desc d;
+  ASSERT_EQ(bond_setup(b.args, d), 0);
+  EXPECT_EQ(d.amort_kind, kEqualAmortisation);
+  EXPECT_EQ(d.periods_per_sink, 2);
+  EXPECT_NEAR(d.factor, 0.6, kTight);  // 2026 and 2027 repaid
+  EXPECT_EQ(d.price_factor_flag, 1);
+  EXPECT_NEAR(d.price_factor, 0.6, kTight);
+  EXPECT_EQ(d.next_sink, ymd(2028, 6, 15));
+
+  EXPECT_NEAR(outstanding_factor(d, ymd(2026, 6, 14)), 1.0, kTight);
+  EXPECT_NEAR(outstanding_factor(d, ymd(2026, 6, 15)), 0.8, kTight);
+  EXPECT_NEAR(outstanding_factor(d, ymd(2029, 6, 15)), 0.2, kTight);
+  EXPECT_NEAR(outstanding_factor(d, ymd(2030, 6, 15)), 1.0, kTight);  // after maturity
+  EXPECT_NEAR(amortisation_due(d, ymd(2028, 6, 15)), 0.2, kTight);
+  EXPECT_NEAR(amortisation_due(d, ymd(2028, 12, 15)), 0.0, kTight);  // coupon, no repayment
+  EXPECT_NEAR(amortisation_due(d, ymd(2030, 6, 15)), 0.2, kTight);   // remainder at maturity
+  bond_release(d);
+}
+
+TEST(AmortisationEqual, OffGridSinkingDateMovesToTheNextCouponDate) {
+  SinkingBond b(ymd(2026, 7, 1));
+  b.factor = -1.0;
+  const int32_t sink[] = {ymd(2026, 6, 1)};
+  b.args.sink_dates = sink;
+  b.args.n_sink = 1;
+  bond_desc d;
+  ASSERT_EQ(bond_setup(b.args, d), 0);
+  EXPECT_EQ(first_amortisation_date(d, nullptr), ymd(2026, 6, 15));
+  EXPECT_NEAR(d.factor, 0.8, kTight);
+}
+
+TEST(AmortisationSchedule, AmountsRepeatUntilTheNextEntry) {
+  // 20% a year from 15 Jun 2027: 2027, 2028 and 2029 repay 20% each and
+  // maturity the remaining 40%.
+  SinkingBond b(ymd(2028, 3, 15));
+  b.factor = 1.0;
+  const int32_t sink[] = {ymd(2027, 6, 15)};
+  const double amounts[] = {0.2};
+  b.args.sink_dates = sink;
+  b.args.n_sink = 1;
+  b.args.sink_amounts = amounts;
+  bond_desc d;
+  ASSERT_EQ(bond_setup(b.args, d), 0);
+  EXPECT_EQ(d.amort_kind, kScheduledAmortisation);
+  EXPECT_NEAR(d.factor, 0.8, kTight);
+  EXPECT_EQ(d.next_sink, ymd(2028, 6, 15));
+  EXPECT_NEAR(amortisation_due(d, ymd(2029, 6, 15)), 0.2, kTight);
+  EXPECT_NEAR(amortisation_due(d, ymd(2030, 6, 15)), 0.4, kTight);
+  // Settling on a repayment date buys the bond after that repayment.
+  EXPECT_NEAR(outstanding_factor(d, ymd(2028, 6, 15)), 0.6, kTight);
+  bond_release(d);
+  EXPECT_EQ(d.sink_dates_owned, nullptr);
+  EXPECT_EQ(d.amort_kind, kNoAmortisation);
+  bond_release(d);  // harmless twice
+}
+
+TEST(AmortisationSchedule, EndDatesCloseAnEntrysRunAndPremiumScalesAmounts) {
+  // 25% on 15 Jun 2027 only, then 10% a year from 2028, with a 2% premium.
+  SinkingBond b(ymd(2029, 7, 1));
+  b.factor = 1.0;
+  const int32_t sink[] = {ymd(2027, 6, 15), ymd(2028, 6, 15)};
+  const int32_t ends[] = {ymd(2027, 6, 15), 0};
+  const double amounts[] = {0.25, 0.10};
+  const double premium = 0.02;
+  b.args.sink_dates = sink;
+  b.args.n_sink = 2;
+  b.args.sink_ends = ends;
+  b.args.n_sink_ends = 2;
+  b.args.sink_amounts = amounts;
+  b.args.sink_premium = &premium;
+  bond_desc d;
+  ASSERT_EQ(bond_setup(b.args, d), 0);
+  // Copy: (2027-06-15, 0.255), (2027-06-16, 0), (2028-06-15, 0.102), end.
+  EXPECT_EQ(d.sink_dates_owned[1], ymd(2027, 6, 16));
+  EXPECT_EQ(d.sink_amounts_owned[1], 0.0);
+  EXPECT_EQ(d.sink_dates_owned[3], -1);
+  EXPECT_NEAR(amortisation_due(d, ymd(2027, 6, 15)), 0.255, kTight);
+  EXPECT_NEAR(amortisation_due(d, ymd(2028, 6, 15)), 0.102, kTight);
+  EXPECT_NEAR(d.factor, 1.0 - 0.255 - 0.102 - 0.102, kTight);
+  bond_release(d);
+}
+
+TEST(AmortisationSchedule, GivenFactorIsKeptAndOverRepaymentIsAnError) {
+  SinkingBond b(ymd(2028, 3, 15));
+  const int32_t sink[] = {ymd(2026, 6, 15)};
+  const double amounts[] = {0.6};
+  b.args.sink_dates = sink;
+  b.args.n_sink = 1;
+  b.args.sink_amounts = amounts;
+  bond_desc d;
+  b.factor = 0.75;
+  ASSERT_EQ(bond_setup(b.args, d), 0);
+  EXPECT_DOUBLE_EQ(d.factor, 0.75);
+  bond_release(d);
+  // Computed: 60% in 2026 and again in 2027 repays everything before
+  // settlement, so nothing is left to value.
+  b.factor = 1.0;
+  EXPECT_EQ(bond_setup(b.args, d), 1);
+  EXPECT_EQ(d.sink_dates_owned, nullptr);
+}
+
+TEST(AmortisationSchedule, InvalidSinkingArgumentsGiveError1) {
+  const int32_t sink[] = {ymd(2027, 6, 15), ymd(2028, 6, 15)};
+  const int32_t unordered[] = {ymd(2028, 6, 15), ymd(2027, 6, 15)};
+  const double amounts[] = {0.1, 0.1};
+  const double negative[] = {0.1, -0.1};
+  bond_desc d;
+  auto expect_error = [&](auto&& change) {
+    SinkingBond b(ymd(2026, 3, 15));
+    b.factor = 1.0;
+    b.args.sink_dates = sink;
+    b.args.n_sink = 2;
+    b.args.sink_amounts = amounts;
+    change(b);
+    EXPECT_EQ(bond_setup(b.args, d), 1);
+    EXPECT_EQ(d.sink_dates_owned, nullptr);
+  };
+  expect_error([](SinkingBond& b) { b.factor = 1.5; });
+  expect_error([](SinkingBond& b) { b.args.sink_dates = nullptr; b.args.n_sink = 0; });
+  expect_error([](SinkingBond& b) { b.args.n_sink = 0; });
+  expect_error([](SinkingBond& b) { b.args.n_sink = -2; });
+  expect_error([](SinkingBond& b) { b.args.sink_amounts = nullptr; });
+  expect_error([&](SinkingBond& b) { b.args.sink_amounts = negative; });
+  expect_error([&](SinkingBond& b) { b.args.sink_dates = unordered; });
+  expect_error([](SinkingBond& b) {
+    static const double below_par = -0.01;
+    b.args.sink_premium = &below_par;
+  });
+  expect_error([&](SinkingBond& b) {
+    static const int32_t one_end[] = {ymd(2027, 6, 15)};
+    b.args.sink_ends = one_end;
+    b.args.n_sink_ends = 1;  // must match the two sinking dates
+  });
+  expect_error([](SinkingBond& b) { b.frequency[1] = 4; });  // more often than coupons
+  expect_error([](SinkingBond& b) {
+    b.frequency[0] = 4;
+    b.frequency[1] = 3;  // does not divide
+  });
+}
+
+TEST(AmortisationSchedule, NoAmortisationWhenFactorIsAbsentOrZero) {
+  SinkingBond b(ymd(2028, 3, 15));
+  bond_desc d;
+  ASSERT_EQ(bond_setup(b.args, d), 0);
+  EXPECT_EQ(d.amort_kind, kNoAmortisation);
+  EXPECT_EQ(d.factor, 1.0);
+  EXPECT_EQ(d.price_factor_flag, 0);
+  EXPECT_EQ(d.next_sink, d.maturity);
+  EXPECT_EQ(outstanding_factor(d, ymd(2029, 1, 1)), 1.0);
+}
+
+}  // namespace
+}  // namespace kbond::engine
