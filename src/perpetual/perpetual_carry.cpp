@@ -7,14 +7,16 @@
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
 #include "engine/safe_math.h"
+#include "futures/carry_engine.h"
 
 namespace kbond::perpetual {
 namespace {
 
-constexpr int32_t kSimple = 0;
-constexpr int32_t kFullPeriod = 2;
-constexpr int32_t kContinuous = 4;
-constexpr int32_t kReinvestCoupons = 1;
+// The mode word of the bond futures' carry.
+constexpr int32_t kSimple = futures::kSimpleInterest;
+constexpr int32_t kFullPeriod = futures::kFullPeriodInterest;
+constexpr int32_t kContinuous = futures::kContinuous;
+constexpr int32_t kReinvestCoupons = futures::kReinvestCoupons;
 constexpr int32_t kNoInterest = -1;
 constexpr int32_t kDateOrder = 160;
 
@@ -26,12 +28,6 @@ double discount(double rate, double t, int32_t mode) noexcept {
 }
 
 }  // namespace
-
-double interest_over(double amount, double rate, double t, int32_t mode) noexcept {
-  if (mode == kSimple) return amount * rate * t;
-  if (mode == kContinuous) return amount * std::expm1(rate * t);
-  return 0.0;
-}
 
 double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
                        const CarryTerms& terms, int32_t* error) noexcept {
@@ -75,9 +71,9 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
   auto accrue_to = [&](int32_t to) {
     const double t = (to - from) * unit;
     if (financing != kFullPeriod) {
-      financing_cost += interest_over(cash + financing_cost, repo, t, financing);
+      financing_cost += futures::period_interest(cash + financing_cost, repo, t, financing);
     }
-    income += interest_over(income, reinvest, t, reinvesting);
+    income += futures::period_interest(income, reinvest, t, reinvesting);
     from = to;
   };
   // Coupons paid in the period: those before the buyer's next coupon.

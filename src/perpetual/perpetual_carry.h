@@ -9,7 +9,8 @@
 // the whole period; 4 continuous compounding, both rates first re-expressed
 // from the coupon frequency); bit 0 set reinvests the coupons received under
 // the same mode (simply under mode 2). Days count over the bond type's
-// money-market year (360 or 365).
+// money-market year (360 or 365). Interest accrues by the bond futures'
+// rule (futures::period_interest).
 #pragma once
 #include <cstdint>
 
@@ -24,10 +25,6 @@ struct CarryTerms {
   double reinvest = 0.0;          // decimal per year
   const int32_t* mode = nullptr;  // mode word, NULL = 0
 };
-
-// Interest on `amount` over t years: simple (mode 0), continuous (mode 4);
-// any other mode earns nothing (coupons kept without reinvestment).
-double interest_over(double amount, double rate, double t, int32_t mode) noexcept;
 
 // Carry, as a fraction of face, of `desc` (set up at the settlement date
 // from `args`) to terms.end_date. Errors: 160 with -999.0 when the end date
