@@ -76,13 +76,15 @@ void for_each_cash_flow(const bond_desc& desc, Visit&& visit) {
                    m <= 0 && !broken_last});
   }
   int32_t period_start = desc.next_coupon;
-  const CouponGrid grid(desc);
-  for (int32_t k = 1; k <= m; ++k) {
-    const bool last = k == m && !broken_last;
-    const int32_t date = last ? desc.maturity : grid.after_next_coupon(k);
-    visit(CashFlow{FlowKind::kCoupon, date, static_cast<double>(k),
-                   rate_in_force(desc, period_start) * net_per_period, last});
-    period_start = date;
+  if (m > 0) {
+    const CouponGrid grid(desc);
+    for (int32_t k = 1; k <= m; ++k) {
+      const bool last = k == m && !broken_last;
+      const int32_t date = last ? desc.maturity : grid.after_next_coupon(k);
+      visit(CashFlow{FlowKind::kCoupon, date, static_cast<double>(k),
+                     rate_in_force(desc, period_start) * net_per_period, last});
+      period_start = date;
+    }
   }
   double periods = static_cast<double>(std::max(m, 0));
   if (broken_last) {

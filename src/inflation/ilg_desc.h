@@ -15,11 +15,11 @@
 #include <cstdint>
 
 #include "dates/business_days.h"
+#include "inflation/assumed_inflation.h"
 #include "inflation/coupon_period.h"
 
 namespace kbond::inflation {
 
-inline constexpr double kDefaultInflation = 0.03;
 inline constexpr int32_t kIlgMonthsPerPeriod = 6;
 // A next coupon within this many days of maturity is paid with the redemption.
 inline constexpr int32_t kIlgNearMaturityDays = 27;

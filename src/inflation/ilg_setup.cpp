@@ -1,25 +1,23 @@
+#include "inflation/ilg_desc.h"
+
 #include <cmath>
 
-#include "dates/business_days.h"
 #include "dates/day_count.h"
+#include "engine/catalogue.h"
 #include "engine/safe_math.h"
-#include "inflation/ilg_desc.h"
 #include "inflation/payment_calendar.h"
 
 namespace kbond::inflation {
 
 int32_t ilg_exdiv_date(int32_t coupon_date, const dates::BusinessCalendar& cal,
                        const int32_t* override_days) noexcept {
-  if (override_days != nullptr) {
-    const int32_t n = *override_days;
-    if (n >= 1) return dates::add_business_days(coupon_date, -n, cal);
-    return coupon_date + n;
-  }
-  // The Gilt rule counts plain weekdays: no weekend day works.
-  dates::BusinessCalendar weekdays = cal;
-  weekdays.sat_works = 0;
-  weekdays.sun_works = 0;
-  return dates::add_business_days(coupon_date, -7, weekdays) + 1;
+  // The Gilt row of the catalogue (code 40) holds the market rule; an
+  // override takes the place of a custom type's ex-dividend field.
+  constexpr int32_t kGilt = 40;
+  if (override_days == nullptr) return engine::bond_type_exdiv_date(coupon_date, kGilt, cal, nullptr);
+  engine::CustomType record;
+  record.exdiv_days = *override_days;
+  return engine::bond_type_exdiv_date(coupon_date, kGilt, cal, &record);
 }
 
 bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
@@ -30,8 +28,8 @@ bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
       !std::isfinite(args.latest_index)) {
     return false;
   }
-  const double inflation = args.inflation != nullptr ? *args.inflation : kDefaultInflation;
-  if (!(inflation > -0.5) || !std::isfinite(inflation)) return false;
+  double inflation = 0.0;
+  if (!assumed_inflation(args.inflation, &inflation)) return false;
   if (args.holiday_count < 0) return false;
   if (!is_valid_date(args.maturity) || !is_valid_date(args.settlement) ||
       args.settlement > args.maturity) {

@@ -24,6 +24,7 @@
 #include <cstdint>
 
 #include "dates/business_days.h"
+#include "inflation/assumed_inflation.h"
 #include "inflation/coupon_period.h"
 
 namespace kbond::inflation {
@@ -60,7 +61,7 @@ struct LinkerDesc {
   int32_t maturity = 0;
   int32_t settlement = 0;
   CouponPeriod period;
-  double inflation = 0.03;
+  double inflation = kDefaultInflation;
   int32_t end_of_month = 0;
   bool pay_on_business_day = false;
   bool nominal_basis = false;  // option_b = 1

@@ -1,17 +1,16 @@
+#include "inflation/linker_desc.h"
+
 #include <cmath>
 
 #include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
 #include "engine/safe_math.h"
-#include "inflation/linker_desc.h"
 #include "inflation/payment_calendar.h"
 #include "inflation/reference_index.h"
 
 namespace kbond::inflation {
 
 namespace {
-
-constexpr double kLinkerDefaultInflation = 0.03;
 
 bool copy_index_values(const double* values, int32_t count, double* out) noexcept {
   if (values == nullptr || count < 1 || count > 2) return false;
@@ -33,8 +32,8 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   }
   desc->base_count = args.base_count;
   desc->settlement_count = args.settlement_index_count;
-  const double inflation = args.inflation != nullptr ? *args.inflation : kLinkerDefaultInflation;
-  if (!(inflation > -0.5) || !std::isfinite(inflation)) return 1;
+  double inflation = 0.0;
+  if (!assumed_inflation(args.inflation, &inflation)) return 1;
   if (args.option_b != 0 && args.option_b != 1) return 1;
   if (args.holiday_count < 0) return 1;
   if (!is_valid_date(args.maturity) || !is_valid_date(args.settlement) || args.settlement > args.maturity) {

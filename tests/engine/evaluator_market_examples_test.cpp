@@ -60,15 +60,5 @@ TEST(EvaluatorMarketExamples, JapaneseGovernmentBondSimpleYield) {
   EXPECT_NEAR(jgb.price(0.012), 101.41509433962264, 1e-10);
 }
 
-TEST(EvaluatorMarketExamples, SpanishBondAcrossThe377DayLine) {
-  // The hand computations of the Spanish evaluator tests: chained simple
-  // interest at 376 days, compound interest at 377.
-  const int32_t maturity = serial(30, 7, 2026);
-  Bullet near(280, 0.05, maturity, maturity - 376);
-  Bullet far(280, 0.05, maturity, maturity - 377);
-  EXPECT_NEAR(near.price(0.04), 100.92903509177549, 1e-10);
-  EXPECT_NEAR(far.price(0.04), 100.98937817037621, 1e-10);
-}
-
 }  // namespace
 }  // namespace kbond::engine
