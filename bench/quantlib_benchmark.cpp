@@ -68,7 +68,6 @@ void BM_kbond_price(benchmark::State& state, RawTreasury* b) {
   }
 }
 
-#ifdef KBOND_HAVE_YIELD_EXPORT
 void BM_kbond_yield(benchmark::State& state, RawTreasury* b) {
   const int32_t type = 0;
   int32_t error = 0;
@@ -82,7 +81,6 @@ void BM_kbond_yield(benchmark::State& state, RawTreasury* b) {
   }
   if (error != 0) state.SkipWithError("KVLbyld failed");
 }
-#endif
 
 #ifdef KBOND_HAVE_QUANTLIB
 namespace ql = QuantLib;
@@ -133,9 +131,7 @@ void register_all() {
 #ifdef KBOND_HAVE_QUANTLIB
     benchmark::RegisterBenchmark(("quantlib_price/" + n).c_str(), BM_quantlib_price, b);
 #endif
-#ifdef KBOND_HAVE_YIELD_EXPORT
     benchmark::RegisterBenchmark(("kbond_yield/" + n).c_str(), BM_kbond_yield, b);
-#endif
 #ifdef KBOND_HAVE_QUANTLIB
     benchmark::RegisterBenchmark(("quantlib_yield/" + n).c_str(), BM_quantlib_yield, b);
 #endif
