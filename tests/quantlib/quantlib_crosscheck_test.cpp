@@ -171,6 +171,22 @@ TEST_P(QuantLibCrossCheck, CleanPriceAndAccruedAgree) {
   EXPECT_NEAR(clean + accrued, expected.clean + expected.accrued, c.price_tolerance + 1e-10);
 }
 
+// The yield k_bond solves from QuantLib's clean price is the yield QuantLib
+// priced at (Newton's tolerance of 1e-6 of face moves the yield by far less
+// than 1e-8; Treasury yields are quoted to 8 decimals).
+TEST_P(QuantLibCrossCheck, YieldFromQuantLibPriceIsTheYield) {
+  const Case& c = GetParam();
+  const double clean = quantlib_price(c).clean;
+  const int32_t maturity = c.maturity.serial();
+  int32_t error = -1;
+  const double yield = KVLbyld(&c.coupon, 1, &maturity, 1, c.settlement.serial(), clean,
+                               nullptr, nullptr, &c.type, nullptr, 0, nullptr, nullptr, nullptr,
+                               nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr,
+                               0, nullptr, 0, nullptr, nullptr, nullptr, &error);
+  ASSERT_EQ(error, 0);
+  EXPECT_NEAR(yield, c.yield, 1e-8);
+}
+
 INSTANTIATE_TEST_SUITE_P(Bonds, QuantLibCrossCheck, ::testing::ValuesIn(cases()),
                          [](const auto& info) { return info.param.name; });
 
