@@ -2,6 +2,9 @@
 
 import datetime as dt
 import math
+import os
+import subprocess
+import sys
 import unittest
 
 import k_bond
@@ -87,6 +90,21 @@ class ArgumentErrors(unittest.TestCase):
         for code in (1, 50, 60, 150, 160, 250, 300, 350, 401, 460, 900, -50, -60):
             self.assertNotEqual(k_bond.message_for(code), "unknown error")
         self.assertEqual(k_bond.message_for(12345), "unknown error")
+
+
+class LoadingErrors(unittest.TestCase):
+    def test_a_missing_library_is_reported_with_the_paths_tried(self):
+        env = dict(os.environ, KBOND_LIBRARY="/nonexistent/libk_bond.so")
+        code = ("import k_bond\n"
+                "try:\n"
+                "    k_bond.version()\n"
+                "except k_bond.KBondNotFoundError as e:\n"
+                "    print('not found:', e)\n")
+        package_root = os.path.dirname(os.path.dirname(os.path.abspath(k_bond.__file__)))
+        out = subprocess.run([sys.executable, "-c", code], env=env, cwd=package_root,
+                             capture_output=True, text=True, check=True).stdout
+        self.assertIn("not found:", out)
+        self.assertIn("/nonexistent/libk_bond.so", out)
 
 
 if __name__ == "__main__":
