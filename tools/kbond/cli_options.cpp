@@ -118,8 +118,9 @@ bool bond_from_options(const Options& o, Bond* b, std::string* why) {
   }
   if (const std::string* f = o.get("frequency")) {
     double v = 0;
-    if (!parse_number(*f, &v) || v != std::floor(v) || v < 0 || v > 12) {
-      *why = "--frequency '" + *f + "' must be 1, 2, 3, 4, 6 or 12 coupons a year";
+    // The library decides which frequencies it accepts (1, 2, 3, 4, 6, 12).
+    if (!parse_number(*f, &v) || v != std::floor(v) || v < 0 || v > 1000) {
+      *why = "--frequency '" + *f + "' must be a whole number of coupons a year";
       return false;
     }
     b->frequency = static_cast<int32_t>(v);
