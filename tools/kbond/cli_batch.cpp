@@ -264,11 +264,12 @@ int cmd_batch(const Options& o) {
   for (int& c : col) c = -1;
 
   // Header: column names in any order; unknown columns are ignored.
-  while (std::getline(*in, line)) {
+  bool have_header = false;
+  while (!have_header && std::getline(*in, line)) {
     ++line_no;
-    if (line.find_first_not_of(" \t\r") != std::string::npos) break;
+    have_header = line.find_first_not_of(" \t\r") != std::string::npos;
   }
-  const int nheader = split_csv(line, fields);
+  const int nheader = have_header ? split_csv(line, fields) : -1;
   if (nheader <= 0) {
     if (out != stdout) std::fclose(out);
     return report_usage_error("batch", "'" + path + "' has no header line");
