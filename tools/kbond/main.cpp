@@ -32,6 +32,7 @@ constexpr const char* kBondFlags =
 
 struct Command {
   const char* name;
+  const char* brief;
   const char* usage;
   const char* summary;
   int (*run)(const Options&);
@@ -39,33 +40,42 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"price", "kbond price BOND-FLAGS --yield RATE",
+    {"price", "clean price, accrued interest and dirty price from a yield",
+     "kbond price BOND-FLAGS --yield RATE",
      "Clean price, accrued interest and dirty price per 100 from a yield (percent, or decimal\n"
      "with --decimal), compounded as the bond type quotes it.",
      cmd_price, true},
-    {"yield", "kbond yield BOND-FLAGS --price PRICE",
+    {"yield", "yield to maturity from the clean price",
+     "kbond yield BOND-FLAGS --price PRICE",
      "Yield to maturity from the clean price per 100.", cmd_yield, true},
-    {"accrued", "kbond accrued BOND-FLAGS",
+    {"accrued", "accrued interest at settlement",
+     "kbond accrued BOND-FLAGS",
      "Accrued interest per 100 at settlement (negative when the bond trades ex-dividend).",
      cmd_accrued, true},
-    {"risk", "kbond risk BOND-FLAGS (--yield RATE | --price PRICE)",
+    {"risk", "durations, convexity, PVBP and the yield value of a 32nd",
+     "kbond risk BOND-FLAGS (--yield RATE | --price PRICE)",
      "Price, yield, accrued interest, modified and Macaulay duration (years), convexity,\n"
      "PVBP (price change per 100 for one basis point) and the yield value of a 32nd.",
      cmd_risk, true},
-    {"schedule", "kbond schedule BOND-FLAGS",
+    {"schedule", "coupon dates and the ex-dividend date",
+     "kbond schedule BOND-FLAGS",
      "Previous and next coupon dates, the ex-dividend date and every remaining coupon date.",
      cmd_schedule, true},
-    {"cashflows", "kbond cashflows BOND-FLAGS",
+    {"cashflows", "the remaining cash flows",
+     "kbond cashflows BOND-FLAGS",
      "The remaining cash flows per 100 of face: date, coupon, principal, total and the\n"
      "time from settlement in coupon periods.",
      cmd_cashflows, true},
-    {"type", "kbond type TYPE",
+    {"type", "the conventions of one bond type",
+     "kbond type TYPE",
      "The conventions of one bond type: name, coupons per year, accrued day count and the\n"
      "end-of-month rule. TYPE is a code, a catalogue name or a nickname.",
      cmd_type, false},
-    {"types", "kbond types", "The bond type catalogue: every base code with its conventions.",
+    {"types", "the bond type catalogue",
+     "kbond types", "The bond type catalogue: every base code with its conventions.",
      cmd_types, false},
-    {"batch", "kbond batch FILE.csv [-o OUT.csv] [--table] [--decimal]",
+    {"batch", "analytics for a portfolio in a CSV file",
+     "kbond batch FILE.csv [-o OUT.csv] [--table] [--decimal]",
      "Analytics for a portfolio, one bond per CSV row (FILE '-' reads standard input).\n"
      "The header line is required; column names in any order:\n"
      "  id            free text echoed to the output (optional)\n"
@@ -90,11 +100,7 @@ void print_main_help() {
       "kbond - bond analytics with the k_bond library (%s)\n\n"
       "Usage: kbond COMMAND [FLAGS]\n\nCommands:\n",
       KVLbondver());
-  for (const auto& c : kCommands) {
-    const char* end = std::strchr(c.summary, '\n');
-    const int len = end ? static_cast<int>(end - c.summary) : static_cast<int>(std::strlen(c.summary));
-    std::printf("  %-10s %.*s\n", c.name, len, c.summary);
-  }
+  for (const auto& c : kCommands) std::printf("  %-10s %s\n", c.name, c.brief);
   std::printf(
       "\nRun 'kbond COMMAND --help' for a command's flags.\n\n"
       "Example:\n"
