@@ -22,8 +22,8 @@ def console_examples(path):
         text = f.read()
     for block in re.findall(r"```console\n(.*?)```", text, re.S):
         first, _, rest = block.partition("\n")
-        assert first.startswith("$ kbond "), first
-        yield first[2:], rest
+        if first.startswith("$ kbond "):
+            yield first[2:], rest
 
 
 def fenced(path, lang, after):
