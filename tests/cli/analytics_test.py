@@ -5,7 +5,7 @@ import datetime
 import json
 import unittest
 
-from cli_harness import HAS_ANALYTICS, run, street_price
+from cli_harness import run, street_price
 
 UST = ["--type", "ust", "--coupon", "4.25", "--maturity", "2034-11-15",
        "--settlement", "2025-01-15"]
@@ -18,7 +18,6 @@ def price_at(yield_pct):
     return r["clean_price"], r["accrued"]
 
 
-@unittest.skipUnless(HAS_ANALYTICS, "library without the yield and risk functions")
 class YieldTest(unittest.TestCase):
     def test_yield_inverts_the_street_price(self):
         price, _ = street_price(4.25, 4.5, datetime.date(2025, 1, 15),
@@ -45,7 +44,6 @@ class YieldTest(unittest.TestCase):
         self.assertIn("missing --price", err)
 
 
-@unittest.skipUnless(HAS_ANALYTICS, "library without the yield and risk functions")
 class RiskTest(unittest.TestCase):
     def test_risk_measures_match_finite_differences(self):
         rc, out, err = run("risk", *UST, "--yield", "4.5", "--json")
@@ -81,7 +79,6 @@ class RiskTest(unittest.TestCase):
             self.assertIn("exactly one of --yield and --price", err)
 
 
-@unittest.skipUnless(HAS_ANALYTICS, "library without the schedule and cash-flow functions")
 class ScheduleTest(unittest.TestCase):
     def test_treasury_coupon_dates(self):
         rc, out, err = run("schedule", *UST, "--json")

@@ -7,7 +7,7 @@ import os
 import tempfile
 import unittest
 
-from cli_harness import HAS_ANALYTICS, SOURCE_DIR, run, street_price
+from cli_harness import SOURCE_DIR, run, street_price
 
 PORTFOLIO = os.path.join(SOURCE_DIR, "examples", "portfolio.csv")
 COLUMNS = ["id", "type", "price", "yield_pct", "accrued", "modified_duration", "convexity",
@@ -22,7 +22,6 @@ def write_temp(text):
 
 
 class PortfolioTest(unittest.TestCase):
-    @unittest.skipUnless(HAS_ANALYTICS, "library without the yield and risk functions")
     def test_every_bond_of_the_sample_is_valued(self):
         rc, out, err = run("batch", PORTFOLIO)
         self.assertEqual(rc, 0, err)

@@ -1,8 +1,7 @@
 """Runs the built kbond program for the CLI tests.
 
 CTest passes the program's path in KBOND, the source tree in
-KBOND_SOURCE_DIR, and KBOND_HAS_ANALYTICS=1 when the library provides the
-yield, risk, schedule and cash-flow functions.
+KBOND_SOURCE_DIR and the C example program in KBOND_PRICE_BOND.
 """
 import datetime
 import os
@@ -11,7 +10,6 @@ import subprocess
 KBOND = os.environ.get("KBOND", "kbond")
 SOURCE_DIR = os.environ.get(
     "KBOND_SOURCE_DIR", os.path.abspath(os.path.join(os.path.dirname(__file__), "..", "..")))
-HAS_ANALYTICS = os.environ.get("KBOND_HAS_ANALYTICS", "1") == "1"
 
 
 def run(*args, stdin=None):

@@ -9,11 +9,10 @@ import shlex
 import subprocess
 import unittest
 
-from cli_harness import HAS_ANALYTICS, KBOND, SOURCE_DIR, run
+from cli_harness import KBOND, SOURCE_DIR, run
 
 GUIDE = os.path.join(SOURCE_DIR, "docs", "user-guide.md")
 README = os.path.join(SOURCE_DIR, "README.md")
-NEEDS_ANALYTICS = {"yield", "risk", "schedule", "cashflows", "batch"}
 
 
 def console_examples(path):
@@ -39,8 +38,6 @@ class ConsoleExamplesTest(unittest.TestCase):
         self.assertTrue(examples)
         for command, expected in examples:
             args = shlex.split(command)[1:]
-            if args[0] in NEEDS_ANALYTICS and not HAS_ANALYTICS:
-                continue
             with self.subTest(command=command):
                 proc = subprocess.run([KBOND, *args], capture_output=True, text=True,
                                       cwd=SOURCE_DIR, timeout=120)

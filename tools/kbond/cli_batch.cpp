@@ -58,7 +58,6 @@ int split_csv(std::string_view line, std::array<std::string_view, kMaxFields>& o
 struct RowResult {
   double price = 0, yield = 0, accrued = 0, duration = 0, convexity = 0, pvbp = 0;
   bool has_values = false;
-  bool has_risk = false;     // duration, convexity and PVBP computed
   int32_t code = 0;          // library error code (0: none)
   const char* stage = "";    // which measure failed
   std::string input_error;   // malformed row (reused buffer)
@@ -136,7 +135,6 @@ void evaluate(const Bond& b, bool by_price, double price, double yield, RowResul
     r->stage = stage;
     return true;
   };
-#if KBOND_CLI_HAS_ANALYTICS
   if (by_price) {
     yield = bond_yield(b, price, &err);
     if (failed("yield")) return;
@@ -152,17 +150,6 @@ void evaluate(const Bond& b, bool by_price, double price, double yield, RowResul
   if (failed("convexity")) return;
   r->pvbp = bond_pvbp(b, yield, &err);
   if (failed("PVBP")) return;
-  r->has_risk = true;
-#else
-  if (by_price) {
-    r->input_error = "this build of the library cannot solve yields; give a yield";
-    return;
-  }
-  price = bond_price(b, yield, &err);
-  if (failed("price")) return;
-  r->accrued = bond_accrued(b, &err);
-  if (failed("accrued interest")) return;
-#endif
   r->price = price;
   r->yield = yield;
   r->has_values = true;
@@ -197,14 +184,10 @@ void write_csv_row(std::FILE* out, std::string_view id, int32_t type, const RowR
   put_csv_field(out, id);
   std::fprintf(out, ",%d,", type);
   if (r.has_values)
-    std::fprintf(out, "%.6f,%.*f,%.6f,", r.price, decimal ? 8 : 6,
-                 decimal ? r.yield : r.yield * 100.0, r.accrued);
+    std::fprintf(out, "%.6f,%.*f,%.6f,%.6f,%.6f,%.6f,", r.price, decimal ? 8 : 6,
+                 decimal ? r.yield : r.yield * 100.0, r.accrued, r.duration, r.convexity, r.pvbp);
   else
-    std::fputs(",,,", out);
-  if (r.has_risk)
-    std::fprintf(out, "%.6f,%.6f,%.6f,", r.duration, r.convexity, r.pvbp);
-  else
-    std::fputs(",,,", out);
+    std::fputs(",,,,,,", out);
   char msg[512];
   error_text(r, msg, sizeof msg);
   if (!r.input_error.empty())
@@ -222,14 +205,10 @@ void write_table_row(std::FILE* out, std::string_view id, int32_t type, const Ro
   std::fprintf(out, "%-18.*s %5d ", static_cast<int>(id.size() > 18 ? 18 : id.size()), id.data(),
                type);
   if (r.has_values)
-    std::fprintf(out, "%12.6f %10.*f %10.6f", r.price, decimal ? 6 : 4,
-                 decimal ? r.yield : r.yield * 100.0, r.accrued);
+    std::fprintf(out, "%12.6f %10.*f %10.6f %9.4f %10.4f %9.6f", r.price, decimal ? 6 : 4,
+                 decimal ? r.yield : r.yield * 100.0, r.accrued, r.duration, r.convexity, r.pvbp);
   else
-    std::fprintf(out, "%12s %10s %10s", "-", "-", "-");
-  if (r.has_risk)
-    std::fprintf(out, " %9.4f %10.4f %9.6f", r.duration, r.convexity, r.pvbp);
-  else
-    std::fprintf(out, " %9s %10s %9s", "-", "-", "-");
+    std::fprintf(out, "%12s %10s %10s %9s %10s %9s", "-", "-", "-", "-", "-", "-");
   char msg[512];
   error_text(r, msg, sizeof msg);
   if (msg[0] != '\0') std::fprintf(out, "  %s", msg);
@@ -310,7 +289,6 @@ int cmd_batch(const Options& o) {
     if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
     ++rows;
     r.has_values = false;
-    r.has_risk = false;
     r.code = 0;
     r.input_error.clear();
     Bond b;

@@ -92,7 +92,6 @@ double bond_accrued(const Bond& b, int32_t* error) {
                 nullptr, error);
 }
 
-#if KBOND_CLI_HAS_ANALYTICS
 double bond_yield(const Bond& b, double price, int32_t* error) {
   const int32_t freq = b.frequency;
   return KVLbyld(&b.coupon, 1, &b.maturity, 1, b.settlement, price, ptr_or_null(b.dated_date),
@@ -138,6 +137,4 @@ double bond_yield_value_32nd(const Bond& b, double yield, int32_t* error) {
                    nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr,
                    nullptr, nullptr, error);
 }
-#endif
-
 }  // namespace kbond::cli

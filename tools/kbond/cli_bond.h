@@ -27,15 +27,10 @@ bool resolve_type(std::string_view text, int32_t* code, std::string* why);
 // The library calls. Each returns the library's value and sets *error.
 double bond_price(const Bond& b, double yield, int32_t* error);
 double bond_accrued(const Bond& b, int32_t* error);
-
-// The yield, risk, schedule and cash-flow functions of the library are
-// available when the header this program was built against declares them.
-#if KBOND_CLI_HAS_ANALYTICS
 double bond_yield(const Bond& b, double price, int32_t* error);
 double bond_duration(const Bond& b, double yield, bool macaulay, int32_t* error);
 double bond_convexity(const Bond& b, double yield, int32_t* error);
 double bond_pvbp(const Bond& b, double yield, int32_t* error);
 double bond_yield_value_32nd(const Bond& b, double yield, int32_t* error);
-#endif
 
 }  // namespace kbond::cli

@@ -47,16 +47,6 @@ bool read_bond(const char* command, const Options& o, Bond* b, int* exit_code) {
   return false;
 }
 
-#if !KBOND_CLI_HAS_ANALYTICS
-int missing_analytics(const char* command) {
-  std::fprintf(stderr,
-               "kbond %s: the k_bond library this program was built with has no yield, risk "
-               "or cash-flow functions\n",
-               command);
-  return kExitLibraryError;
-}
-#endif
-
 }  // namespace
 
 int report_library_error(const char* command, const char* what, int32_t code, bool json) {
@@ -154,8 +144,6 @@ int cmd_types(const Options& o) {
   r.print(stdout, o.json);
   return kExitOk;
 }
-
-#if KBOND_CLI_HAS_ANALYTICS
 
 int cmd_yield(const Options& o) {
   Bond b;
@@ -304,14 +292,5 @@ int cmd_cashflows(const Options& o) {
   r.print(stdout, o.json);
   return kExitOk;
 }
-
-#else
-
-int cmd_yield(const Options&) { return missing_analytics("yield"); }
-int cmd_risk(const Options&) { return missing_analytics("risk"); }
-int cmd_schedule(const Options&) { return missing_analytics("schedule"); }
-int cmd_cashflows(const Options&) { return missing_analytics("cashflows"); }
-
-#endif
 
 }  // namespace kbond::cli
