@@ -40,7 +40,9 @@ void Report::integer(const char* key, const char* label, long value) {
 }
 
 void Report::text(const char* key, const char* label, const std::string& value) {
-  fields_.push_back({key, label, value, "\"" + json_escape(value) + "\""});
+  std::string quoted(1, '"');
+  quoted.append(json_escape(value)).push_back('"');
+  fields_.push_back({key, label, value, std::move(quoted)});
 }
 
 void Report::table(const char* key, std::vector<std::string> columns, std::vector<bool> numeric,
