@@ -47,6 +47,25 @@ class PriceTest(unittest.TestCase):
         _, by_iso, _ = run("price", *UST, "--yield", "4.5", "--json")
         self.assertEqual(json.loads(by_serial), json.loads(by_iso))
 
+    def test_serial_60_is_1_march_1900(self):
+        # 1900 was not a leap year: serial 60 is 1 March 1900, not a 29 February.
+        # Accrual from a dated date of serial 60 to 1 June 1900, act/act: 92 of
+        # the 184 days to 1 September, half of the 2.5 semi-annual coupon.
+        rc, out, err = run("accrued", "--coupon", "5", "--maturity", "1905-03-01",
+                           "--dated", "60", "--first-coupon", "1900-09-01",
+                           "--settlement", "1900-06-01", "--json")
+        self.assertEqual(rc, 0, err)
+        self.assertAlmostEqual(json.loads(out)["accrued"], 2.5 * 92 / 184, places=12)
+        for bad in ["1900-02-29", "2023-02-29", "2025-00-10", "0", "-3", "2025/01/15"]:
+            with self.subTest(date=bad):
+                rc, _, err = run("accrued", "--coupon", "5", "--maturity", "2030-01-01",
+                                 "--settlement", bad)
+                self.assertEqual(rc, 2)
+                self.assertIn("is not a date", err)
+        rc, out, _ = run("accrued", "--coupon", "5", "--maturity", "2030-01-01",
+                         "--settlement", "2024-02-29", "--json")
+        self.assertEqual(json.loads(out)["settlement"], "2024-02-29")
+
     def test_type_by_code_name_and_nickname(self):
         results = set()
         for t in ["40", "Gilt", "gilt", "GILT"]:
