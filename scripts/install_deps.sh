@@ -15,3 +15,6 @@ if [ ${#missing[@]} -gt 0 ]; then
   $SUDO apt-get update -qq
   DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "${missing[@]}"
 fi
+
+# Windows cross-build tools (mingw-w64 posix compilers, wine64); never fails.
+bash "$(dirname "$0")/windows_deps.sh"
