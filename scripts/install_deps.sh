@@ -3,7 +3,7 @@
 # Idempotent: does nothing when everything is already present.
 set -euo pipefail
 
-packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3)
+packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3 libquantlib0-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
