@@ -55,6 +55,17 @@ class Input {
  public:
   Input(const uint8_t* data, std::size_t size) : data_(data), size_(size) {}
 
+  // KBOND_FUZZ_TRACE=1 prints every decoded value, to read a failing input.
+  static bool tracing() {
+    static const bool on = std::getenv("KBOND_FUZZ_TRACE") != nullptr;
+    return on;
+  }
+  template <class T>
+  static T traced(const char* kind, T value) {
+    if (tracing()) std::fprintf(stderr, "  %s %.17g\n", kind, static_cast<double>(value));
+    return value;
+  }
+
   uint8_t byte() { return pos_ < size_ ? data_[pos_++] : 0; }
 
   template <class T>
@@ -74,7 +85,16 @@ class Input {
 
   // A date serial around `usual`: nearby, far off, or one of the dates that
   // break calendar code (0, negative, the last supported serial and beyond).
-  int32_t date(int32_t usual) {
+  int32_t date(int32_t usual) { return traced("date", date_value(usual)); }
+  double real(double usual) { return traced("real", real_value(usual)); }
+  template <std::size_t N>
+  int32_t code(int32_t usual, const int32_t (&known)[N]) {
+    return traced("code", code_value(usual, known));
+  }
+  int32_t code(int32_t usual) { return traced("code", code_value(usual)); }
+
+ private:
+  int32_t date_value(int32_t usual) {
     static constexpr int32_t kSpecial[] = {
         0,         -1,       1,       59,      60,      61,        366,
         1825000,   1825001,  2958465, 3000000, -36525,  INT32_MIN, INT32_MAX,
@@ -92,7 +112,7 @@ class Input {
 
   // A real around `usual`: scaled, signed, or one of the values that break
   // arithmetic (NaN, infinities, zero, denormals, the overflow marker).
-  double real(double usual) {
+  double real_value(double usual) {
     static constexpr double kSpecial[] = {
         std::numeric_limits<double>::quiet_NaN(),
         std::numeric_limits<double>::infinity(),
@@ -111,7 +131,7 @@ class Input {
 
   // A code: the usual one, one of `known`, a small integer or any integer.
   template <std::size_t N>
-  int32_t code(int32_t usual, const int32_t (&known)[N]) {
+  int32_t code_value(int32_t usual, const int32_t (&known)[N]) {
     switch (byte() % 4) {
       case 1: return known[byte() % N];
       case 2: return static_cast<int8_t>(byte());
@@ -119,7 +139,7 @@ class Input {
       default: return usual;
     }
   }
-  int32_t code(int32_t usual) {
+  int32_t code_value(int32_t usual) {
     switch (byte() % 4) {
       case 1: return static_cast<int8_t>(byte());
       case 2: return raw<int16_t>();
@@ -128,11 +148,15 @@ class Input {
     }
   }
 
+ public:
   // An optional pointer argument: NULL by default, otherwise `slot` holding
   // a value drawn by `draw`.
   template <class T, class Draw>
   const T* optional(T& slot, Draw draw) {
-    if (byte() % 2 == 0) return nullptr;
+    if (byte() % 2 == 0) {
+      traced("optional NULL", 0);
+      return nullptr;
+    }
     slot = draw();
     return &slot;
   }
