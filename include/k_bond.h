@@ -296,6 +296,400 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 /* Straight bonds: yields, risk measures, schedules and cash flows          */
 /* ======================================================================== */
 
+/* Arguments of this section: the common bond arguments as described in the
+** section above, in their order 1..28, with each function's own inputs at
+** the positions its declaration shows. Where a function takes fewer of them,
+** its comment names the ones it takes; the rest are absent (NULL / 0). The
+** end-of-month override is only exposed by KVLbcpn and KVLbncpn.
+*/
+
+/* KVLbyld: yield to maturity from the clean price.
+**   price   clean price per 100 (per 100 of outstanding face for an
+**           amortising bond), after coupon arguments 1-5
+**   other arguments as KVLbpr
+** Returns the yield as a decimal fraction per year, compounded at the type's
+** quotation frequency (annually for the "yields quoted annually" types when
+** more than one period remains, else at the coupon frequency). Bonds priced
+** at simple interest (Japanese simple yield) and bonds in a money-market last
+** period are solved in closed form; the others by Newton's method from the
+** current yield (5 % for a zero coupon), tolerance 1e-6 of face, 64 steps,
+** then by a bracketing search between -0.9 x frequency and 25.
+** Rounding: types 0, 1 to 8 decimals; 2, 3, 16 to 5; 380 to 7; others none.
+** Errors: 1 invalid description (or both solvers failed), 350 price zero,
+** negative, NaN or not above minus the accrued interest, 160 settlement after
+** maturity in a closed form, 460 no time left to maturity, -60 lock.
+** Failure value -1.0; -999.0 when both solvers failed. */
+KVL_EXPORT double KVL_API KVLbyld(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                  int32_t n_dates, int32_t settlement, double price,
+                                  const int32_t* dated_date, const int32_t* first_coupon,
+                                  const int32_t* type, const int32_t* frequency,
+                                  int32_t n_frequency, const double* redemption,
+                                  const double* coupon_tax, const double* discount_tax,
+                                  const int32_t* horizon, const double* issue_price,
+                                  const int32_t* yield_method, const int32_t* bd_flags,
+                                  const int32_t* holidays, int32_t n_holidays,
+                                  const double* factor, const int32_t* sink_dates, int32_t n_sink,
+                                  const int32_t* sink_ends, int32_t n_sink_ends,
+                                  const double* sink_amounts, const double* sink_premium,
+                                  const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbhyld: horizon yield, the yield earned from settlement to a sale.
+**   price          clean purchase price per 100
+**   horizon_date   sale date, after settlement and not after maturity
+**   horizon_price  clean sale price per 100
+**   then the common arguments 6-28 without redemption (11): the horizon
+**   price takes its place.
+** The bond is valued as one that matures on the horizon date at the horizon
+** price, on its own coupon grid: a sale between coupon dates ends a broken
+** last period whose coupon is the accrued interest the buyer pays. Yield at
+** the coupon frequency, unrounded and not re-expressed.
+** Errors: 160 horizon not after settlement or after maturity, 1 invalid
+** description or solver failure, 350 price not positive, -50 memory, -60
+** lock. Failure value -1.0; -999.0 when both solvers fail. */
+KVL_EXPORT double KVL_API KVLbhyld(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double price,
+                                   int32_t horizon_date, double horizon_price,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   int32_t n_frequency, const double* coupon_tax,
+                                   const double* discount_tax, const int32_t* horizon,
+                                   const double* issue_price, const int32_t* yield_method,
+                                   const int32_t* bd_flags, const int32_t* holidays,
+                                   int32_t n_holidays, const double* factor,
+                                   const int32_t* sink_dates, int32_t n_sink,
+                                   const int32_t* sink_ends, int32_t n_sink_ends,
+                                   const double* sink_amounts, const double* sink_premium,
+                                   const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbryld: realized compound yield of a bond held to maturity with its
+** coupons reinvested.
+**   price              clean price per 100
+**   reinvestment_rate  decimal per year, compounded at the coupon frequency
+**   then the common arguments 6-13 and 15-20 (no sinking fund, no
+**   ex-dividend override).
+** Each coupon (net of coupon_tax) grows at the reinvestment rate to
+** maturity; the redemption is net of tax on the gain over the price (as
+** income when the bond matures before the tax horizon, else at
+** discount_tax; untaxed without a discount_tax). Result
+** ((value at maturity / dirty price)^(1/N) - 1) x frequency, N the periods
+** from settlement to maturity. Unrounded.
+** Errors: 250 reinvestment rate of -100 % a period or below, 1 invalid
+** description or dirty price or periods not positive, -60 lock. Failure
+** value -1.0. */
+KVL_EXPORT double KVL_API KVLbryld(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double price,
+                                   double reinvestment_rate, const int32_t* dated_date,
+                                   const int32_t* first_coupon, const int32_t* type,
+                                   const int32_t* frequency, int32_t n_frequency,
+                                   const double* redemption, const double* coupon_tax,
+                                   const double* discount_tax, const int32_t* horizon,
+                                   const double* issue_price, const int32_t* yield_method,
+                                   const int32_t* bd_flags, const int32_t* holidays,
+                                   int32_t n_holidays, int32_t* error);
+
+/* KVLbyldal: yield to average life of a bond with a sinking fund.
+**   price   clean price per 100
+**   then the common arguments 6-13, 15-17 and the amortisation arguments
+**   21-27 of KVLbal (no business-day or ex-dividend arguments).
+** Without a sinking fund (factor NULL or 0) it is KVLbyld. Otherwise the
+** average life (KVLbal, plus half a day) from settlement gives the
+** average-life date (whole years as whole years, the fraction in days of
+** the accrued day count), and the result is the yield of the bond as a
+** bullet maturing on that date, on its own coupon grid, rounded as KVLbyld.
+** Errors: 50 NULL dates, 60 n_dates below 1, those of KVLbal and KVLbyld,
+** -50 memory. Failure value -1.0 (-999.0 from KVLbyld without a sinking
+** fund). */
+KVL_EXPORT double KVL_API KVLbyldal(const double* coupons, int32_t n_coupons,
+                                    const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                    double price, const int32_t* dated_date,
+                                    const int32_t* first_coupon, const int32_t* type,
+                                    const int32_t* frequency, int32_t n_frequency,
+                                    const double* redemption, const double* coupon_tax,
+                                    const double* discount_tax, const int32_t* horizon,
+                                    const double* issue_price, const int32_t* yield_method,
+                                    const double* factor, const int32_t* sink_dates,
+                                    int32_t n_sink, const int32_t* sink_ends,
+                                    int32_t n_sink_ends, const double* sink_amounts,
+                                    const double* sink_premium, int32_t* error);
+
+/* KVLbel: remaining life in years as the bond's conventions measure time:
+** the Macaulay duration (KVLbdur) of a zero-coupon bond with the same
+** maturity, settlement, type and schedule.
+**   price_or_yield  10.0 or more: a clean price, first turned into a yield
+**                   by KVLbyld (its error is returned with -1.0); below
+**                   10.0: a yield
+**   other arguments as KVLbpr; taxes, redemption and sinking fund do not
+**   enter the life.
+** Errors and failure value those of KVLbdur. */
+KVL_EXPORT double KVL_API KVLbel(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                 int32_t n_dates, int32_t settlement, double price_or_yield,
+                                 const int32_t* dated_date, const int32_t* first_coupon,
+                                 const int32_t* type, const int32_t* frequency,
+                                 int32_t n_frequency, const double* redemption,
+                                 const double* coupon_tax, const double* discount_tax,
+                                 const int32_t* horizon, const double* issue_price,
+                                 const int32_t* yield_method, const int32_t* bd_flags,
+                                 const int32_t* holidays, int32_t n_holidays,
+                                 const double* factor, const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbyworst: yield to worst, the lowest of the yield to maturity and the
+** yields to each call date after settlement.
+**   price          clean price per 100
+**   call_dates, n_call_dates    strictly ascending call dates, the last not
+**                               after maturity
+**   call_prices, n_call_prices  call price per 100 for each call date (a
+**                               date without its own price takes the next
+**                               date's); the last price given is also the
+**                               redemption at maturity (100 when none);
+**                               at most n_call_dates + 1 prices
+**   these four stand where redemption (11) would; then the common
+**   arguments 12, 13, 15 and 17-28 (no issue price).
+** Each call is valued as the bond maturing on the call date at its price,
+** on its own coupon grid, with the sinking-fund entries before the call.
+** A call yield replaces the worst only when strictly lower (ties keep the
+** later date, or maturity). When the yield to maturity fails but call
+** dates are given the walk goes on: the failed value (-1.0 or -999.0) stays
+** a candidate and the later steps' error codes replace its code, so the
+** failure value can come back with error 0. Rounded as KVLbyld.
+** Errors, checked in this order: 60 n_dates below 1 or a negative count,
+** 70 more prices than dates + 1, 50 a NULL array, 150 first call date not
+** positive, 160 call dates not increasing or after maturity, 460 a call
+** price zero, negative or NaN; then those of KVLbyld, -50 memory, -60 lock.
+** Failure value -1.0; -999.0 when both solvers fail. */
+KVL_EXPORT double KVL_API KVLbyworst(const double* coupons, int32_t n_coupons,
+                                     const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                     double price, const int32_t* dated_date,
+                                     const int32_t* first_coupon, const int32_t* type,
+                                     const int32_t* frequency, int32_t n_frequency,
+                                     const int32_t* call_dates, int32_t n_call_dates,
+                                     const double* call_prices, int32_t n_call_prices,
+                                     const double* coupon_tax, const double* discount_tax,
+                                     const int32_t* horizon, const int32_t* yield_method,
+                                     const int32_t* bd_flags, const int32_t* holidays,
+                                     int32_t n_holidays, const double* factor,
+                                     const int32_t* sink_dates, int32_t n_sink,
+                                     const int32_t* sink_ends, int32_t n_sink_ends,
+                                     const double* sink_amounts, const double* sink_premium,
+                                     const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbdur: duration at a quoted yield.
+**   yield          as KVLbpr (quotation frequency of the type)
+**   duration_kind  NULL or 0: modified duration; nonzero: Macaulay
+**   the common arguments in their order, duration_kind standing between
+**   redemption (11) and coupon_tax (12); no end-of-month override.
+** Modified duration = -(dP/dy) / (P + AI), in years, with dP/dy by the quoted
+** yield (chain rule through the annual re-expression for the "yields quoted
+** annually" types). Macaulay = modified x (1 + y / quotation frequency).
+** Unrounded. Errors: 1 invalid description, non-finite yield or dirty value
+** not positive; 401 vanishing denominator; -60 lock. Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbdur(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                  int32_t n_dates, int32_t settlement, double yield,
+                                  const int32_t* dated_date, const int32_t* first_coupon,
+                                  const int32_t* type, const int32_t* frequency,
+                                  int32_t n_frequency, const double* redemption,
+                                  const int32_t* duration_kind, const double* coupon_tax,
+                                  const double* discount_tax, const int32_t* horizon,
+                                  const double* issue_price, const int32_t* yield_method,
+                                  const int32_t* bd_flags, const int32_t* holidays,
+                                  int32_t n_holidays, const double* factor,
+                                  const int32_t* sink_dates, int32_t n_sink,
+                                  const int32_t* sink_ends, int32_t n_sink_ends,
+                                  const double* sink_amounts, const double* sink_premium,
+                                  const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbconv: convexity (d2P/dy2) / (P + AI) at a quoted yield, in years
+** squared; arguments as KVLbpr. Unrounded. Errors as KVLbdur. Failure value
+** -1.0 when the lock or the description fails, -999.0 when the computation
+** fails. */
+KVL_EXPORT double KVL_API KVLbconv(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double yield,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   int32_t n_frequency, const double* redemption,
+                                   const double* coupon_tax, const double* discount_tax,
+                                   const int32_t* horizon, const double* issue_price,
+                                   const int32_t* yield_method, const int32_t* bd_flags,
+                                   const int32_t* holidays, int32_t n_holidays,
+                                   const double* factor, const int32_t* sink_dates,
+                                   int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+                                   const double* sink_amounts, const double* sink_premium,
+                                   const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbvalbp: price value of a basis point, -(dP/dy) / scale per 100 of
+** (outstanding) face: the fall in price for a one basis point rise in the
+** quoted yield when scale is 100.
+**   scale   NULL: 100.0; stands between issue_price (16) and yield_method (17)
+** Errors: 310 scale zero, negative or NaN (checked first, before the lock),
+** 1 invalid description or yield, 401, -60 lock. Failure value -999.0,
+** except -1.0 when the description is invalid. */
+KVL_EXPORT double KVL_API KVLbvalbp(const double* coupons, int32_t n_coupons,
+                                    const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                    double yield, const int32_t* dated_date,
+                                    const int32_t* first_coupon, const int32_t* type,
+                                    const int32_t* frequency, int32_t n_frequency,
+                                    const double* redemption, const double* coupon_tax,
+                                    const double* discount_tax, const int32_t* horizon,
+                                    const double* issue_price, const double* scale,
+                                    const int32_t* yield_method, const int32_t* bd_flags,
+                                    const int32_t* holidays, int32_t n_holidays,
+                                    const double* factor, const int32_t* sink_dates,
+                                    int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+                                    const double* sink_amounts, const double* sink_premium,
+                                    const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbval32: yield value of a tick, 1 / (KVLbvalbp x ticks): the change in
+** yield, in basis points, that moves the price by one tick.
+**   ticks_per_point  NULL: 32.0 (a 32nd); in KVLbvalbp's scale position
+** Errors: 310 ticks zero, negative or NaN (result -999.0); otherwise those of
+** KVLbvalbp, whose value is used as it comes: on its failure the result is
+** 1 / (failure value x ticks) and only the error code tells. */
+KVL_EXPORT double KVL_API KVLbval32(const double* coupons, int32_t n_coupons,
+                                    const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                    double yield, const int32_t* dated_date,
+                                    const int32_t* first_coupon, const int32_t* type,
+                                    const int32_t* frequency, int32_t n_frequency,
+                                    const double* redemption, const double* coupon_tax,
+                                    const double* discount_tax, const int32_t* horizon,
+                                    const double* issue_price, const double* ticks_per_point,
+                                    const int32_t* yield_method, const int32_t* bd_flags,
+                                    const int32_t* holidays, int32_t n_holidays,
+                                    const double* factor, const int32_t* sink_dates,
+                                    int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+                                    const double* sink_amounts, const double* sink_premium,
+                                    const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbcamt: the coupon of the current period per 100 of face, net of the
+** withholding tax (a full coupon in a regular period, the odd amount in an
+** odd first period). Takes common arguments 1-10, coupon_tax (12) and the
+** amortisation arguments 21-27. Types 16, 17 and 22 pay as 2, 12 and 20.
+** Errors: 1 invalid description, -60 lock. Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLbcamt(const double* coupons, int32_t n_coupons, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, const int32_t* dated_date,
+                                   const int32_t* first_coupon, const int32_t* type,
+                                   const int32_t* frequency, int32_t n_frequency,
+                                   const double* coupon_tax, const double* factor,
+                                   const int32_t* sink_dates, int32_t n_sink,
+                                   const int32_t* sink_ends, int32_t n_sink_ends,
+                                   const double* sink_amounts, const double* sink_premium,
+                                   int32_t* error);
+
+/* KVLbcshflw: the table of remaining cash flows, one row per remaining
+** cash-flow period, in date order, in four parallel arrays that the library
+** allocates (malloc) and the caller releases with KVLbcshflw_free:
+**   out_dates      payment dates, moved to the following business day when
+**                  the bond pays on business days (yield_method 1)
+**   out_coupons    coupon per 100 of initial face, net of coupon_tax; 0 in
+**                  the first row when the bond trades ex-dividend; paid on
+**                  the face still outstanding after sinking-fund repayments
+**   out_principal  principal repaid per 100 of initial face (at par on
+**                  sinking-fund dates, at the redemption value at maturity),
+**                  net of tax on the gain over `price`: taxed at coupon_tax
+**                  before the tax horizon date, at discount_tax from then
+**                  on, and not at all without a discount_tax
+**   out_periods    time from settlement in coupon periods: the exponents of
+**                  the bond's own yield convention, so that the rows
+**                  discounted at (1 + y/f)^-periods sum to the dirty price
+**                  (times the outstanding factor of an amortising bond)
+** Any out pointer may be NULL: that column is not made; with all four NULL
+** nothing is allocated and the row count is returned.
+**   price   clean price per 100 of outstanding face (NULL: 100.0), for the
+**           tax on the gain; stands between issue_price (16) and
+**           yield_method (17)
+** The common arguments follow the four out pointers in their order (no
+** end-of-month override). Types 16, 17 and 22 pay as 2, 12 and 20.
+** Returns the row count. Errors: 1 invalid description (result -1), 350
+** price not finite (-1), -60 lock (-1), -50 memory (0). After any failure
+** every given out pointer is NULL. */
+KVL_EXPORT int32_t KVL_API KVLbcshflw(int32_t** out_dates, double** out_coupons,
+                                      double** out_principal, double** out_periods,
+                                      const double* coupons, int32_t n_coupons,
+                                      const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                      const int32_t* dated_date, const int32_t* first_coupon,
+                                      const int32_t* type, const int32_t* frequency,
+                                      int32_t n_frequency, const double* redemption,
+                                      const double* coupon_tax, const double* discount_tax,
+                                      const int32_t* horizon, const double* issue_price,
+                                      const double* price, const int32_t* yield_method,
+                                      const int32_t* bd_flags, const int32_t* holidays,
+                                      int32_t n_holidays, const double* factor,
+                                      const int32_t* sink_dates, int32_t n_sink,
+                                      const int32_t* sink_ends, int32_t n_sink_ends,
+                                      const double* sink_amounts, const double* sink_premium,
+                                      const int32_t* exdiv_days, int32_t* error);
+
+/* KVLbcshflw_free: releases the arrays of a KVLbcshflw table (any pointer
+** may be NULL). The arrays must not be freed in any other way. */
+KVL_EXPORT void KVL_API KVLbcshflw_free(int32_t* dates, double* coupons, double* principal,
+                                        double* periods);
+
+/* KVLbcpn: a coupon date counted from settlement, for a bond described by
+** its maturity and schedule alone.
+**   maturity, settlement   date serials
+**   k             NULL: 0. 0 the last coupon date on or before settlement,
+**                 1 the next one, -1 the one before the last, and so on
+**   dated_date, first_coupon, type, frequency (NULL: the type's default),
+**   eom           the common arguments 6, 7, 8, 9 and the end-of-month
+**                 override (NULL: the type's rule)
+** A maturity off the coupon grid is itself the last coupon date. When the
+** dated date or the first coupon is given, no date before the first coupon
+** is returned (a settlement before it counts from the day before it).
+** Types 16, 17 and 22 as 2, 12 and 20. Errors: 1 invalid description or a
+** date before the first coupon or after maturity, -60 lock. Failure -1. */
+KVL_EXPORT int32_t KVL_API KVLbcpn(int32_t maturity, int32_t settlement, const int32_t* k,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   const int32_t* eom, int32_t* error);
+
+/* KVLbncpn: the number of coupons still to be paid after settlement
+** (including a broken last one); arguments as KVLbcpn without k.
+** Errors: 1 invalid description, -60 lock. Failure -1. */
+KVL_EXPORT int32_t KVL_API KVLbncpn(int32_t maturity, int32_t settlement,
+                                    const int32_t* dated_date, const int32_t* first_coupon,
+                                    const int32_t* type, const int32_t* frequency,
+                                    const int32_t* eom, int32_t* error);
+
+/* KVLbexdiv: the ex-dividend date of the first coupon after settlement.
+**   reference_coupon  any coupon date of the bond (normally its maturity);
+**                     the schedule steps from it at the type's frequency
+**   type              bond type code (NULL: 0); its own ex-dividend rule
+**                     applies, e.g. Gilts 7 business days back plus a day
+**   exdiv_period      NULL: the type's rule; n >= 1: n business days before
+**                     the coupon date; n <= 0: n calendar days added to it
+**   holidays, n_holidays  ascending holiday serials for business days
+**   weekend_flags     NULL: Saturday and Sunday are holidays; bit 0 set:
+**                     Saturday is a business day; bit 1: Sunday
+** A type without an ex-dividend period returns the coupon date itself.
+** Errors: 1 invalid date or a type without a default frequency, 50 NULL
+** holidays with a positive count, 60 negative count, 460 unknown type,
+** -60 lock. Failure -1. */
+KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_t settlement,
+                                     const int32_t* type, const int32_t* exdiv_period,
+                                     const int32_t* holidays, int32_t n_holidays,
+                                     const uint8_t* weekend_flags, int32_t* error);
+
+/* KVLbal: average life in years of a bond with a sinking fund: the time
+** from settlement to each repayment of principal, weighted by the fraction
+** of face repaid (coupon periods over the frequency). Repayments fall on
+** the amortisation dates of the coupon grid; what remains is repaid at
+** maturity, after a broken last period when the maturity is off the grid.
+** Without a sinking fund: the time to maturity so measured.
+**   maturity, settlement, then the common arguments 6-11 (dated_date,
+**   first_coupon, type, frequency, n_frequency, redemption) and 21-27
+**   (factor .. sink_premium). Types 16, 17 and 22 as 2, 12 and 20.
+** Errors: 1 any invalid description (result 0.0, not -1.0), or nothing
+** left to repay (result -1 / frequency); -60 lock (-1.0). */
+KVL_EXPORT double KVL_API KVLbal(int32_t maturity, int32_t settlement, const int32_t* dated_date,
+                                 const int32_t* first_coupon, const int32_t* type,
+                                 const int32_t* frequency, int32_t n_frequency,
+                                 const double* redemption, const double* factor,
+                                 const int32_t* sink_dates, int32_t n_sink,
+                                 const int32_t* sink_ends, int32_t n_sink_ends,
+                                 const double* sink_amounts, const double* sink_premium,
+                                 int32_t* error);
+
 /* ---- end of straight bonds: yields, risk, schedules ---- */
 
 
@@ -714,6 +1108,210 @@ KVL_EXPORT void KVL_API KVLfrncshflw_free(int32_t* dates, double* amounts);
 /* Perpetual bonds                                                          */
 /* ======================================================================== */
 
+/* A perpetual bond pays coupons for ever and is never redeemed. Its rate may
+** step: coupons[i] holds until step_dates[i] (inclusive), the last rate for
+** ever. Prices are clean, per 100 of face.
+**
+** Common perpetual arguments, in the order KVLpbpr takes them:
+**   coupons, n_coupons   coupon rates (decimal per year), at least one; more
+**                        than one needs one per step date
+**   reference_date       any coupon date of the bond: the coupon cycle runs
+**                        through it every 12/frequency months (end-of-month
+**                        rule as the type's, on for a 31st, off inside a month)
+**   settlement           settlement date
+**   [the market input: yield or price, a double]
+**   step_dates, n_steps  ascending dates at which the rate steps (may be NULL
+**                        with n_steps 0 for a flat coupon)
+**   type                 bond type code (NULL: 0 with its end-of-month rule);
+**                        custom codes hold the custom-type lock as readers
+**   frequency            coupons per year 1,2,3,4,6,12 (NULL or 0: type's)
+**   withholding_tax      fraction withheld from every coupon (NULL: 0)
+**   ex_coupon_rule       how coupons are reckoned (NULL: 0):
+**                          0   the type's conventions (its yield method,
+**                              its ex-dividend period, its accrual)
+**                         -1   compound yield (explicit sum)
+**                         -2   simple yield (perpetuity formula)
+**                         -3   Braess (no perpetual form: error 460)
+**                         -4   Moosmueller (simple interest to the next coupon)
+**                         -6   compound yield, period fractions actual/actual,
+**                              and in the ex-coupon period the buyer is owed
+**                              the coupon less the accrued interest
+**                          any other value: coupons are paid on the
+**                              following business day (calendar_flags,
+**                              holidays) and discounted to the moved dates
+**   calendar_flags       bit 0 Saturday works, bit 1 Sunday works (NULL: 0)
+**   holidays, n_holidays ascending holiday serials (n_holidays >= 0)
+**   dated_date           the last option word: start of accrual of a new
+**                        issue (NULL or 0: none, every period is regular).
+**                        When given and the reference date lies after it,
+**                        the reference date is the first coupon date (a short
+**                        or long first period); otherwise the first coupon is
+**                        the first cycle date after it. Settlement must not
+**                        precede it.
+**   error                error code (NULL allowed)
+** Price functions by the yield method of the type (or the rule above):
+**   simple yield     100 * c_last * (1 - tax) / y (accrued not deducted)
+**   compound yield   every coupon from the next one through the last step
+**                    date (about (last step - next coupon) * f / 365 + 1 of
+**                    them; 100 years more with business-day payment or an
+**                    actual/365 Spanish or Portuguese type, whose exponents
+**                    count actual days) discounted at v^t, v = 1/(1 + y/f),
+**                    then c_last * (1 - tax) / y discounted from the last of
+**                    them; less accrued interest
+**   Moosmueller      as compound, the next coupon at simple interest
+**                    1/(1 + t y/f) and the rest compounded from it
+**   other methods    error 460
+** Yields are compounded at the coupon frequency. Errors: 1 inconsistent
+** arguments (no rate; several rates but not one per step date; steps
+** counted without an array or out of order; unknown type; frequency outside
+** the set; a dated date after settlement; bad dates; negative holiday
+** count), 401 zero yield or 1 + y/f not positive, 460 no price function,
+** -60 lock. Failure value -1.0. */
+
+/* KVLpbcpn: a coupon date of the cycle, counted from settlement: k (NULL:
+** 0) = 0 the last coupon date on or before settlement, 1 the next one, -1
+** the one before the last. `step_date` (NULL or 0: none) is the bond's first
+** step date: coupon dates before it fail with error 1. Returns the date
+** serial, -1 on failure. */
+KVL_EXPORT int32_t KVL_API KVLpbcpn(int32_t reference_date, int32_t settlement, const int32_t* k,
+                                   const int32_t* step_date, const int32_t* type,
+                                   const int32_t* frequency, int32_t* error);
+
+/* KVLpbpr: clean price per 100 at `yield`; rounded as KVLbpr (types 0 and 1
+** to six decimals, 2, 3, 16 truncated to three, 380 to five). */
+KVL_EXPORT double KVL_API KVLpbpr(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                  double yield, const int32_t* step_dates, int32_t n_steps,
+                                  const int32_t* type, const int32_t* frequency,
+                                  const double* withholding_tax, const int32_t* ex_coupon_rule,
+                                  const int32_t* calendar_flags, const int32_t* holidays,
+                                  int32_t n_holidays, const int32_t* dated_date, int32_t* error);
+
+/* KVLpbai: accrued interest per 100 at settlement, net of withholding tax,
+** negative in the type's ex-dividend period. The common arguments without
+** the market input and the ex-coupon rule. Rounding as KVLbai1. */
+KVL_EXPORT double KVL_API KVLpbai(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                  const int32_t* step_dates, int32_t n_steps, const int32_t* type,
+                                  const int32_t* frequency, const double* withholding_tax,
+                                  const int32_t* calendar_flags, const int32_t* holidays,
+                                  int32_t n_holidays, const int32_t* dated_date, int32_t* error);
+
+/* KVLpbdur: duration in years at `yield`: modified (-dP/dy over the dirty
+** price) or, when `duration_kind` points to a nonzero value, Macaulay
+** (modified times 1 + y/f). `duration_kind` stands after the frequency. */
+KVL_EXPORT double KVL_API KVLpbdur(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                   double yield, const int32_t* step_dates, int32_t n_steps,
+                                   const int32_t* type, const int32_t* frequency,
+                                   const int32_t* duration_kind, const double* withholding_tax,
+                                   const int32_t* ex_coupon_rule, const int32_t* calendar_flags,
+                                   const int32_t* holidays, int32_t n_holidays,
+                                   const int32_t* dated_date, int32_t* error);
+
+/* KVLpbconv: convexity at `yield`, d2P/dy2 over the dirty price (central
+** difference of the first derivative, step 5e-6; exact for the simple-yield
+** formula). Failure value -1.0 before the computation, -999.0 after. */
+KVL_EXPORT double KVL_API KVLpbconv(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                    double yield, const int32_t* step_dates, int32_t n_steps,
+                                    const int32_t* type, const int32_t* frequency,
+                                    const double* withholding_tax, const int32_t* ex_coupon_rule,
+                                    const int32_t* calendar_flags, const int32_t* holidays,
+                                    int32_t n_holidays, const int32_t* dated_date,
+                                    int32_t* error);
+
+/* KVLpbvalbp: price value of a basis point per 100, -dP/dy / scale (scale
+** NULL: 100.0), `scale` after the ex-coupon rule. Errors: 310 scale zero,
+** negative or NaN (-999.0, checked first); set-up failure -1.0; price
+** failure and lock -999.0. */
+KVL_EXPORT double KVL_API KVLpbvalbp(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                     double yield, const int32_t* step_dates, int32_t n_steps,
+                                     const int32_t* type, const int32_t* frequency,
+                                     const double* withholding_tax, const int32_t* ex_coupon_rule,
+                                     const double* scale, const int32_t* calendar_flags,
+                                     const int32_t* holidays, int32_t n_holidays,
+                                     const int32_t* dated_date, int32_t* error);
+
+/* KVLpbval32: yield value of one tick in basis points, 1 / (KVLpbvalbp *
+** ticks) (ticks NULL: 32.0). Errors: 310 ticks zero, negative or NaN
+** (-999.0); otherwise KVLpbvalbp's code (test it: the result is computed
+** from whatever KVLpbvalbp returned). */
+KVL_EXPORT double KVL_API KVLpbval32(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                     double yield, const int32_t* step_dates, int32_t n_steps,
+                                     const int32_t* type, const int32_t* frequency,
+                                     const double* withholding_tax, const int32_t* ex_coupon_rule,
+                                     const double* ticks, const int32_t* calendar_flags,
+                                     const int32_t* holidays, int32_t n_holidays,
+                                     const int32_t* dated_date, int32_t* error);
+
+/* KVLpbcamt: the coupon of the current (regular) period per 100, net of
+** withholding tax, at the rate in force on the next coupon date. */
+KVL_EXPORT double KVL_API KVLpbcamt(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                    const int32_t* step_dates, int32_t n_steps,
+                                    const int32_t* type, const int32_t* frequency,
+                                    const double* withholding_tax, int32_t* error);
+
+/* KVLpbyld: yield (decimal, compounded at the coupon frequency) from a clean
+** `price` per 100: Newton from the current yield c*(1-tax)*100/price (0.05
+** below a 1% coupon) over positive yields, tolerance 1e-6 of face, 64
+** iterations; then a bracketing search on [-0.9 f, 25]. Errors: 350 price
+** zero, negative or not finite (-1.0); 460 no price function; 1 with -999.0
+** when both solvers fail. Unrounded. */
+KVL_EXPORT double KVL_API KVLpbyld(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                   double price, const int32_t* step_dates, int32_t n_steps,
+                                   const int32_t* type, const int32_t* frequency,
+                                   const double* withholding_tax, const int32_t* ex_coupon_rule,
+                                   const int32_t* calendar_flags, const int32_t* holidays,
+                                   int32_t n_holidays, const int32_t* dated_date, int32_t* error);
+
+/* The carry functions hold the bond from settlement to an end date,
+** financed at `repo_rate` (decimal per year, at the coupon frequency under
+** continuous compounding). `mode` (NULL: 0): bits 1-2 the financing
+** interest, 0 simple (compounding at coupon dates), 2 simple on the start
+** amount over the whole period, 4 continuous; bit 0 reinvests coupons under
+** the same mode (simply under 2). Days count over the type's money-market
+** year (360 or 365). An end date in an ex-coupon period keeps the coming
+** coupon, discounted at the reinvestment rate. Errors: 160 end date not
+** after settlement (-999.0); 1 inconsistent arguments or an end-date
+** description that cannot be built (-1.0); -60 lock. Unrounded. */
+
+/* KVLpbcarry: carry per 100 of face to `end_date`: accrued interest gained
+** plus coupons (reinvested at the repo rate when bit 0 of the mode is set)
+** minus financing of price + accrued. */
+KVL_EXPORT double KVL_API KVLpbcarry(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                     int32_t end_date, double price, double repo_rate,
+                                     const int32_t* step_dates, int32_t n_steps,
+                                     const int32_t* type, const int32_t* frequency,
+                                     const double* withholding_tax, const int32_t* ex_coupon_rule,
+                                     const int32_t* calendar_flags, const int32_t* holidays,
+                                     int32_t n_holidays, const int32_t* dated_date,
+                                     const int32_t* mode, int32_t* error);
+
+/* KVLpbfwd: forward clean price per 100 for `forward_date`: price - carry,
+** coupons reinvested at `reinvestment` (NULL or negative: the repo rate). */
+KVL_EXPORT double KVL_API KVLpbfwd(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                   int32_t forward_date, double price, double repo_rate,
+                                   const int32_t* step_dates, int32_t n_steps,
+                                   const int32_t* type, const int32_t* frequency,
+                                   const double* withholding_tax, const int32_t* ex_coupon_rule,
+                                   const int32_t* calendar_flags, const int32_t* holidays,
+                                   int32_t n_holidays, const int32_t* dated_date,
+                                   const double* reinvestment, const int32_t* mode,
+                                   int32_t* error);
+
+/* KVLpbirepo: the repo rate (decimal) at which the forward price for
+** `forward_date` is `forward_price` (coupons reinvested at `reinvestment`,
+** NULL or negative: at the repo rate sought). Bracketing search, tolerance
+** 1e-6 of face, on [-0.99, 5], then [-4, 0.01], then [0, 15]; -999.0 with
+** error 1 when none holds the rate, 160 with -999.0 for a forward date not
+** after settlement. */
+KVL_EXPORT double KVL_API KVLpbirepo(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+                                     double price, double forward_price, int32_t forward_date,
+                                     const int32_t* step_dates, int32_t n_steps,
+                                     const int32_t* type, const int32_t* frequency,
+                                     const double* withholding_tax, const int32_t* ex_coupon_rule,
+                                     const int32_t* calendar_flags, const int32_t* holidays,
+                                     int32_t n_holidays, const int32_t* dated_date,
+                                     const double* reinvestment, const int32_t* mode,
+                                     int32_t* error);
+
 /* ---- end of perpetual bonds ---- */
 
 
@@ -896,6 +1494,168 @@ KVL_EXPORT void KVL_API KVLoaticshflw_free(int32_t* dates, double* amounts);
 /* ======================================================================== */
 /* PIK bonds                                                                */
 /* ======================================================================== */
+
+/* A PIK (payment-in-kind) bond pays at each coupon date a cash coupon and a
+** coupon in kind; the in-kind part is added to the principal, so later cash
+** coupons and the redemption are paid on the grown principal. Prices and
+** accrued interest are per 100 of original face.
+**
+** Common PIK arguments, in this order:
+**   cash_rates, n_cash   cash coupon rates (decimal per year) per step
+**   pik_rates, n_pik     in-kind coupon rates (decimal per year) per step
+**   dates, n_dates       ascending step dates; the last is maturity. Rate i is
+**                        in force up to dates[i]. With one date both counts
+**                        are 1; with more, a single in-kind rate needs one cash
+**                        rate per date (n_cash = n_dates), and one in-kind
+**                        rate per date (n_pik = n_dates) goes with one cash
+**                        rate per date or a single cash rate.
+**   settlement           settlement date (not after maturity)
+**   [the market input or the function's own arguments]
+**   dated_date           start of accrual (NULL or 0: derived)
+**   first_coupon         first coupon date (NULL or 0: derived; a derived one
+**                        within 27 days of maturity is maturity)
+**   type                 0 U.S. Treasury, 3 corporate, 500/510/530/540 generic
+**                        (act/act, act/365, 30/360, 30E/360) and their
+**                        end-of-month variants (13, 501, ...); NULL: 0 with
+**                        the end-of-month rule. Other types give error 1.
+**   frequency            coupons per year 1,2,3,4,6,12 (NULL or 0: type's)
+**   redemption           per 100 of face, not negative (NULL: 100)
+**   call_date            redemption date (NULL or 0: maturity); not after
+**                        maturity, not before settlement or the first coupon
+**   pay_on_business_day  nonzero: payments move to the following business day
+**                        and are discounted to the moved dates (NULL: 0)
+**   holiday_options      bit 0 Saturday works, bit 1 Sunday works (NULL: 0)
+**   holidays, n_holidays ascending holiday serials (n_holidays >= 0)
+**   error                receives the error code (NULL allowed)
+** Error 1 for every invalid description. */
+
+/* KVLpikpr: clean price per 100 of original face at `yield` (decimal per
+** year, compounded at the coupon frequency). With one period left the final
+** amount (cash coupon, in-kind coupon, redemption) is discounted at simple
+** interest. Rounding: type 0 to 6 decimals, 3 cleaned at 8 decimals and
+** truncated to 3, others unrounded. Errors: 1 invalid description (-1.0);
+** 401 vanishing discount denominator (1 + t*yield = 0 over one period, or
+** 1 + yield/frequency not positive), unrounded -100.0; -60 lock. */
+KVL_EXPORT double KVL_API KVLpikpr(const double* cash_rates, int32_t n_cash,
+                                   const double* pik_rates, int32_t n_pik, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, double yield,
+                                   const int32_t* dated_date, const int32_t* first_coupon,
+                                   const int32_t* type, const int32_t* frequency,
+                                   const double* redemption, const int32_t* call_date,
+                                   const int32_t* pay_on_business_day,
+                                   const int32_t* holiday_options, const int32_t* holidays,
+                                   int32_t n_holidays, int32_t* error);
+
+/* KVLpikyld: yield (decimal per year, compounded at the coupon frequency)
+** from a clean `price` per 100 of original face. One period left: the
+** money-market yield in closed form (0 when the final amount equals the
+** dirty price). Otherwise Newton from 0.05 (tolerance 1e-6 on the price as a
+** fraction of face, 64 iterations, yields in (-1, 25)), then a bracketing
+** search on [-0.9 * frequency, 25]. Rounding: type 0 to 8 decimals, 3 to 5,
+** others unrounded. Errors: 1 invalid description (-1.0); 460 price zero,
+** negative or not finite, or zero time to the call date (-1.0); 1 with
+** -999.0 when both solvers fail; -60 lock. */
+KVL_EXPORT double KVL_API KVLpikyld(const double* cash_rates, int32_t n_cash,
+                                    const double* pik_rates, int32_t n_pik, const int32_t* dates,
+                                    int32_t n_dates, int32_t settlement, double price,
+                                    const int32_t* dated_date, const int32_t* first_coupon,
+                                    const int32_t* type, const int32_t* frequency,
+                                    const double* redemption, const int32_t* call_date,
+                                    const int32_t* pay_on_business_day,
+                                    const int32_t* holiday_options, const int32_t* holidays,
+                                    int32_t n_holidays, int32_t* error);
+
+/* KVLpikai: accrued cash interest per 100 of original face at settlement
+** (the in-kind part does not accrue as interest). Takes the common PIK
+** arguments up to the frequency. Errors: 1 invalid description, -60 lock.
+** Failure value -1.0. */
+KVL_EXPORT double KVL_API KVLpikai(const double* cash_rates, int32_t n_cash,
+                                   const double* pik_rates, int32_t n_pik, const int32_t* dates,
+                                   int32_t n_dates, int32_t settlement, const int32_t* dated_date,
+                                   const int32_t* first_coupon, const int32_t* type,
+                                   const int32_t* frequency, int32_t* error);
+
+/* KVLpikcshflw: the remaining cash flows as four caller-owned parallel
+** arrays, allocated by the library and released only by KVLpikcshflw_free.
+** Each out pointer may be NULL (that column is not made):
+**   dates_out      payment dates (moved to business days when the bond pays
+**                  so); the last row is the call date
+**   coupons_out    cash coupons per 100 of original face, on the principal
+**                  grown by the in-kind coupons before each date
+**   principal_out  principal repaid per 100 of original face: 0 before the
+**                  last row, redemption times the capitalised principal at
+**                  the last row (with one period left, the redemption plus
+**                  the final in-kind coupon)
+**   periods_out    discounting time from settlement in coupon periods
+** Then the common PIK arguments without a market input. Discounting each
+** row's coupon plus principal at v^periods, v = 1 / (1 + yield/frequency),
+** and subtracting the accrued interest gives KVLpikpr before rounding (with
+** more than one period left). Returns the number of rows; 0 on failure with
+** every out pointer NULL. Errors: 1 invalid description, -50 memory, -60
+** lock. */
+KVL_EXPORT int32_t KVL_API KVLpikcshflw(int32_t** dates_out, double** coupons_out,
+                                        double** principal_out, double** periods_out,
+                                        const double* cash_rates, int32_t n_cash,
+                                        const double* pik_rates, int32_t n_pik,
+                                        const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                        const int32_t* dated_date, const int32_t* first_coupon,
+                                        const int32_t* type, const int32_t* frequency,
+                                        const double* redemption, const int32_t* call_date,
+                                        const int32_t* pay_on_business_day,
+                                        const int32_t* holiday_options, const int32_t* holidays,
+                                        int32_t n_holidays, int32_t* error);
+
+/* KVLpikcshflw_free: releases the arrays KVLpikcshflw returned (any may be
+** NULL). Never free them in any other way. */
+KVL_EXPORT void KVL_API KVLpikcshflw_free(int32_t* dates, double* coupons, double* principal,
+                                          double* periods);
+
+/* KVLpikdur: duration in years at `yield`: modified duration -dP/dy / dirty
+** price, or, when `duration_kind` points to a nonzero value, Macaulay
+** duration (modified times 1 + yield/frequency). Arguments: the KVLpikpr list
+** with `duration_kind` (NULL: modified) after `redemption`. Errors as
+** KVLpikpr; failure value -1.0. */
+KVL_EXPORT double KVL_API KVLpikdur(const double* cash_rates, int32_t n_cash,
+                                    const double* pik_rates, int32_t n_pik, const int32_t* dates,
+                                    int32_t n_dates, int32_t settlement, double yield,
+                                    const int32_t* dated_date, const int32_t* first_coupon,
+                                    const int32_t* type, const int32_t* frequency,
+                                    const double* redemption, const int32_t* duration_kind,
+                                    const int32_t* call_date, const int32_t* pay_on_business_day,
+                                    const int32_t* holiday_options, const int32_t* holidays,
+                                    int32_t n_holidays, int32_t* error);
+
+/* KVLpikvalbp: price value of a basis point, -dP/dy / scale per 100 of face
+** (scale NULL: 100.0, so one basis point of yield). Arguments: the KVLpikpr
+** list with `scale` after `call_date`. Errors: 310 scale zero, negative or
+** NaN (-999.0, checked first); 1 invalid description (-1.0); 401 in the price
+** (-999.0); -60 lock (-999.0). */
+KVL_EXPORT double KVL_API KVLpikvalbp(const double* cash_rates, int32_t n_cash,
+                                      const double* pik_rates, int32_t n_pik,
+                                      const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                      double yield, const int32_t* dated_date,
+                                      const int32_t* first_coupon, const int32_t* type,
+                                      const int32_t* frequency, const double* redemption,
+                                      const int32_t* call_date, const double* scale,
+                                      const int32_t* pay_on_business_day,
+                                      const int32_t* holiday_options, const int32_t* holidays,
+                                      int32_t n_holidays, int32_t* error);
+
+/* KVLpikval32: yield value of one tick, 1 / (KVLpikvalbp * ticks) in basis
+** points (ticks NULL: 32.0, a 32nd of a point). Arguments as KVLpikvalbp
+** with `ticks` in place of the scale. Errors: 310 ticks zero, negative or
+** NaN (-999.0); otherwise KVLpikvalbp's code, the result being computed from
+** whatever it returned (test the error code). */
+KVL_EXPORT double KVL_API KVLpikval32(const double* cash_rates, int32_t n_cash,
+                                      const double* pik_rates, int32_t n_pik,
+                                      const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                      double yield, const int32_t* dated_date,
+                                      const int32_t* first_coupon, const int32_t* type,
+                                      const int32_t* frequency, const double* redemption,
+                                      const int32_t* call_date, const double* ticks,
+                                      const int32_t* pay_on_business_day,
+                                      const int32_t* holiday_options, const int32_t* holidays,
+                                      int32_t n_holidays, int32_t* error);
 
 /* ---- end of PIK bonds ---- */
 

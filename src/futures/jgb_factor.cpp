@@ -45,7 +45,11 @@ double factor_jgb(const FactorRequest& req, int32_t* error) noexcept {
   const double f = ((engine::safe_pow(v, m2 / period + 1.0) - 1.0) * cp / n + 1.0) *
                        engine::safe_pow(v, -m1 / 6.0) -
                    (6 - m3) * cp / 12.0;
-  return std::floor(f * 1e6) * 1e-6;
+  // A factor that is exactly a whole millionth (1.0 for a bond priced at the
+  // notional from coupon date to coupon date) may come out of pow a few ulps
+  // short, and that depends on the platform's libm; a guard far below the
+  // sixth decimal keeps such a factor from losing a millionth.
+  return std::floor(f * 1e6 + 1e-7) * 1e-6;
 }
 
 }  // namespace kbond::futures

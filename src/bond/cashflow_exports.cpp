@@ -1,0 +1,121 @@
+// KVLbcshflw and KVLbcshflw_free: the table of a straight bond's remaining
+// cash flows, in arrays the library allocates and the caller returns.
+#include <cmath>
+#include <cstdlib>
+
+#include "bond/cash_flow_walk.h"
+#include "engine/call_frame.h"
+#include "engine/catalogue.h"
+#include "k_bond.h"
+
+using kbond::engine::BondCall;
+
+namespace {
+
+constexpr int32_t kBadPrice = 350;
+constexpr int32_t kNoMemory = -50;
+
+// The tax on the gain when a holder who bought at `price` is repaid: the
+// gain over the price is taxed as income before the tax cut-over date and
+// as a capital gain from then on; without a capital-gains tax rate nothing
+// is taxed.
+double tax_on_gain(const kbond::engine::bond_desc& desc, const kbond::bond::CashFlowRow& row,
+                   double price) noexcept {
+  if (desc.discount_tax == 0.0 || row.face <= 0.0) return 0.0;
+  const double repaid_at = row.at_maturity ? desc.redemption : 100.0;
+  const double gain = (repaid_at - price) * 0.01;
+  if (!(gain > 0.0)) return 0.0;
+  const double rate = row.date < desc.horizon_date ? desc.coupon_tax : desc.discount_tax;
+  return rate * gain * row.face;
+}
+
+template <class T>
+T* allocate_column(T** out, int32_t n, bool& failed) noexcept {
+  if (!out) return nullptr;
+  *out = static_cast<T*>(std::malloc(static_cast<std::size_t>(n > 0 ? n : 1) * sizeof(T)));
+  if (!*out) failed = true;
+  return *out;
+}
+
+template <class T>
+void release_column(T** out) noexcept {
+  if (!out) return;
+  std::free(*out);
+  *out = nullptr;
+}
+
+}  // namespace
+
+extern "C" KVL_EXPORT int32_t KVL_API KVLbcshflw(
+    int32_t** out_dates, double** out_coupons, double** out_principal, double** out_periods,
+    const double* coupons, int32_t n_coupons, const int32_t* dates, int32_t n_dates,
+    int32_t settlement, const int32_t* dated_date, const int32_t* first_coupon,
+    const int32_t* type, const int32_t* frequency, int32_t n_frequency, const double* redemption,
+    const double* coupon_tax, const double* discount_tax, const int32_t* horizon,
+    const double* issue_price, const double* price, const int32_t* yield_method,
+    const int32_t* bd_flags, const int32_t* holidays, int32_t n_holidays, const double* factor,
+    const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
+    const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
+    int32_t* error) {
+  if (out_dates) *out_dates = nullptr;
+  if (out_coupons) *out_coupons = nullptr;
+  if (out_principal) *out_principal = nullptr;
+  if (out_periods) *out_periods = nullptr;
+
+  const double purchase = price ? *price : 100.0;
+  if (!std::isfinite(purchase)) {
+    if (error) *error = kBadPrice;
+    return -1;
+  }
+  // Municipals that ignore odd coupons, and Canadian bonds under Bank of
+  // Canada conventions, pay the cash flows of their plain counterparts.
+  int32_t flow_type = 0;
+  if (type) flow_type = kbond::engine::accrual_substitute(*type);
+  const kbond::engine::bond_args args{
+      .coupons = coupons, .n_coupons = n_coupons, .dates = dates, .n_dates = n_dates,
+      .settlement = settlement, .dated_date = dated_date, .first_coupon = first_coupon,
+      .type = type ? &flow_type : nullptr, .frequency = frequency, .n_frequency = n_frequency,
+      .redemption = redemption, .coupon_tax = coupon_tax, .discount_tax = discount_tax,
+      .horizon = horizon, .issue_price = issue_price, .yield_method = yield_method,
+      .bd_flags = bd_flags, .holidays = holidays, .n_holidays = n_holidays, .factor = factor,
+      .sink_dates = sink_dates, .n_sink = n_sink, .sink_ends = sink_ends,
+      .n_sink_ends = n_sink_ends, .sink_amounts = sink_amounts, .sink_premium = sink_premium,
+      .exdiv_days = exdiv_days};
+  BondCall call(args, error);
+  if (!call.ok()) return -1;
+  const auto& bond = call.desc();
+  const int32_t n = kbond::bond::cash_flow_rows(bond);
+  if (!out_dates && !out_coupons && !out_principal && !out_periods) return n;
+
+  bool failed = false;
+  int32_t* row_dates = allocate_column(out_dates, n, failed);
+  double* row_coupons = allocate_column(out_coupons, n, failed);
+  double* row_principal = allocate_column(out_principal, n, failed);
+  double* row_periods = allocate_column(out_periods, n, failed);
+  if (failed) call.error() = kNoMemory;
+
+  if (!failed && n >= 1) {
+    kbond::bond::walk_cash_flows(bond, [&](const kbond::bond::CashFlowRow& row) {
+      if (row.index >= n) return;
+      if (row_dates) row_dates[row.index] = row.paid;
+      if (row_coupons) row_coupons[row.index] = row.coupon * 100.0;
+      if (row_principal)
+        row_principal[row.index] = (row.principal - tax_on_gain(bond, row, purchase)) * 100.0;
+      if (row_periods) row_periods[row.index] = row.periods;
+    });
+    return n;
+  }
+  release_column(out_dates);
+  release_column(out_coupons);
+  release_column(out_principal);
+  release_column(out_periods);
+  return 0;
+}
+
+extern "C" KVL_EXPORT void KVL_API KVLbcshflw_free(int32_t* dates, double* coupons,
+                                                   double* principal, double* periods) {
+  std::free(dates);
+  std::free(coupons);
+  std::free(principal);
+  std::free(periods);
+}

@@ -1,0 +1,66 @@
+// KVLbryld: the realized compound yield of a bond held to maturity when its
+// coupons are reinvested at a given rate.
+#include <cmath>
+
+#include "bond/cash_flow_walk.h"
+#include "engine/call_frame.h"
+#include "engine/evaluator_common.h"
+#include "engine/safe_math.h"
+#include "k_bond.h"
+
+using kbond::engine::BondCall;
+
+namespace {
+constexpr int32_t kBadRate = 250;
+}  // namespace
+
+extern "C" KVL_EXPORT double KVL_API KVLbryld(
+    const double* coupons, int32_t n_coupons, const int32_t* dates, int32_t n_dates,
+    int32_t settlement, double price, double reinvestment_rate, const int32_t* dated_date,
+    const int32_t* first_coupon, const int32_t* type, const int32_t* frequency,
+    int32_t n_frequency, const double* redemption, const double* coupon_tax,
+    const double* discount_tax, const int32_t* horizon, const double* issue_price,
+    const int32_t* yield_method, const int32_t* bd_flags, const int32_t* holidays,
+    int32_t n_holidays, int32_t* error) {
+  const kbond::engine::bond_args args{
+      .coupons = coupons, .n_coupons = n_coupons, .dates = dates, .n_dates = n_dates,
+      .settlement = settlement, .dated_date = dated_date, .first_coupon = first_coupon,
+      .type = type, .frequency = frequency, .n_frequency = n_frequency,
+      .redemption = redemption, .coupon_tax = coupon_tax, .discount_tax = discount_tax,
+      .horizon = horizon, .issue_price = issue_price, .yield_method = yield_method,
+      .bd_flags = bd_flags, .holidays = holidays, .n_holidays = n_holidays};
+  BondCall call(args, error);
+  if (!call.ok()) return -1.0;
+  int32_t& err = call.error();
+  const auto& bond = call.desc();
+  const double f = bond.frequency;
+  const double growth = 1.0 + reinvestment_rate / f;
+  if (!(growth > 0.0)) {
+    err = kBadRate;
+    return -1.0;
+  }
+  // The gain to redemption is taxed when the bond was bought below it: as
+  // income when the redemption falls before the tax cut-over date, else as
+  // a capital gain.
+  double redeemed = bond.redemption;
+  if (bond.discount_tax != 0.0 && bond.redemption > price)
+    redeemed -= kbond::engine::capital_gains_rate(bond) * (bond.redemption - price);
+
+  // Each coupon (net of withholding tax) grows at the reinvestment rate from
+  // its payment to maturity; N is the periods from settlement to maturity.
+  double n_periods = 0.0;
+  kbond::bond::walk_cash_flows(bond, [&](const kbond::bond::CashFlowRow& row) {
+    if (row.at_maturity) n_periods = row.nominal_periods;
+  });
+  double future = redeemed * 0.01;
+  kbond::bond::walk_cash_flows(bond, [&](const kbond::bond::CashFlowRow& row) {
+    if (row.coupon != 0.0)
+      future += row.coupon * kbond::engine::safe_pow(growth, n_periods - row.nominal_periods);
+  });
+  const double dirty = price * 0.01 + bond.accrued;
+  if (!(dirty > 0.0) || !(n_periods > 0.0)) {
+    err = 1;
+    return -1.0;
+  }
+  return (kbond::engine::safe_pow(future / dirty, 1.0 / n_periods) - 1.0) * f;
+}

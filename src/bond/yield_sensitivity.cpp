@@ -1,0 +1,36 @@
+// Price and derivatives by the quoted yield, for the risk measures.
+#include "bond/yield_sensitivity.h"
+
+#include <cmath>
+
+#include "engine/call_frame.h"
+#include "engine/price_from_yield.h"
+
+namespace kbond::bond {
+
+int32_t yield_sensitivity(double yield, const engine::bond_desc& desc, bool want_second,
+                          YieldSensitivity& out) noexcept {
+  out = YieldSensitivity{};
+  if (!std::isfinite(yield)) return 1;
+  const double f = desc.frequency;
+  const int32_t q = engine::yield_quotation_frequency(desc);
+  double y = yield;
+  out.quote_frequency = f;
+  if (q != 0) {
+    int32_t err = 0;
+    y = engine::coupon_yield_from_quoted(yield, desc, &err);
+    if (err != 0) return err;
+    out.converted = true;
+    out.quote_frequency = q;
+    out.ratio = (y / f + 1.0) / (yield / q + 1.0);
+  }
+  int32_t err = 0;
+  out.price = engine::price_from_yield(y, desc, &out.first, want_second ? &out.second : nullptr,
+                                       &err);
+  if (err != 0) return err;
+  const double accrued = desc.price_factor_flag ? desc.accrued * desc.price_factor : desc.accrued;
+  out.dirty = out.price * 0.01 + accrued;
+  return 0;
+}
+
+}  // namespace kbond::bond

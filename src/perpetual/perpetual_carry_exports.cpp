@@ -1,0 +1,96 @@
+// KVLpbcarry, KVLpbfwd, KVLpbirepo: carry, forward price and implied repo
+// rate of a perpetual bond held to an end date.
+#include <cmath>
+
+#include "engine/solvers.h"
+#include "k_bond.h"
+#include "perpetual/perpetual_call.h"
+#include "perpetual/perpetual_carry.h"
+
+using kbond::perpetual::CarryTerms;
+using kbond::perpetual::perpetual_arguments;
+using kbond::perpetual::PerpetualCall;
+
+namespace {
+
+// A reinvestment rate given as NULL or negative is the repo rate.
+double reinvestment_rate(const double* given, double repo) {
+  return given && *given >= 0.0 ? *given : repo;
+}
+
+}  // namespace
+
+extern "C" KVL_EXPORT double KVL_API KVLpbcarry(
+    const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+    int32_t end_date, double price, double repo_rate, const int32_t* step_dates, int32_t n_steps,
+    const int32_t* type, const int32_t* frequency, const double* withholding_tax,
+    const int32_t* ex_coupon_rule, const int32_t* calendar_flags, const int32_t* holidays,
+    int32_t n_holidays, const int32_t* dated_date, const int32_t* mode, int32_t* error) {
+  const auto args = perpetual_arguments(coupons, n_coupons, reference_date, settlement,
+                                        step_dates, n_steps, type, frequency, withholding_tax,
+                                        ex_coupon_rule, calendar_flags, holidays, n_holidays,
+                                        dated_date);
+  PerpetualCall call(args, error);
+  if (!call.ok()) return -1.0;
+  const CarryTerms terms{end_date, price, repo_rate, repo_rate, mode};
+  const double carry = kbond::perpetual::perpetual_carry(call.desc(), args, terms, &call.error());
+  return call.error() != 0 ? carry : carry * 100.0;
+}
+
+extern "C" KVL_EXPORT double KVL_API KVLpbfwd(
+    const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+    int32_t forward_date, double price, double repo_rate, const int32_t* step_dates,
+    int32_t n_steps, const int32_t* type, const int32_t* frequency, const double* withholding_tax,
+    const int32_t* ex_coupon_rule, const int32_t* calendar_flags, const int32_t* holidays,
+    int32_t n_holidays, const int32_t* dated_date, const double* reinvestment, const int32_t* mode,
+    int32_t* error) {
+  const auto args = perpetual_arguments(coupons, n_coupons, reference_date, settlement,
+                                        step_dates, n_steps, type, frequency, withholding_tax,
+                                        ex_coupon_rule, calendar_flags, holidays, n_holidays,
+                                        dated_date);
+  PerpetualCall call(args, error);
+  if (!call.ok()) return -1.0;
+  const CarryTerms terms{forward_date, price, repo_rate,
+                         reinvestment_rate(reinvestment, repo_rate), mode};
+  const double carry = kbond::perpetual::perpetual_carry(call.desc(), args, terms, &call.error());
+  return call.error() != 0 ? carry : price - carry * 100.0;
+}
+
+extern "C" KVL_EXPORT double KVL_API KVLpbirepo(
+    const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
+    double price, double forward_price, int32_t forward_date, const int32_t* step_dates,
+    int32_t n_steps, const int32_t* type, const int32_t* frequency, const double* withholding_tax,
+    const int32_t* ex_coupon_rule, const int32_t* calendar_flags, const int32_t* holidays,
+    int32_t n_holidays, const int32_t* dated_date, const double* reinvestment, const int32_t* mode,
+    int32_t* error) {
+  const auto args = perpetual_arguments(coupons, n_coupons, reference_date, settlement,
+                                        step_dates, n_steps, type, frequency, withholding_tax,
+                                        ex_coupon_rule, calendar_flags, holidays, n_holidays,
+                                        dated_date);
+  PerpetualCall call(args, error);
+  if (!call.ok()) return -1.0;
+  int32_t& err = call.error();
+  if (forward_date <= settlement) {
+    err = 160;
+    return -999.0;
+  }
+  const bool own_reinvestment = reinvestment && *reinvestment >= 0.0;
+  // The carry that turns the price into the forward price.
+  const double target = (price - forward_price) * 0.01;
+  auto carry_at = [&](double repo, double*) {
+    int32_t carry_error = 0;
+    const CarryTerms terms{forward_date, price, repo, own_reinvestment ? *reinvestment : repo,
+                           mode};
+    const double carry = kbond::perpetual::perpetual_carry(call.desc(), args, terms, &carry_error);
+    return carry_error != 0 ? std::nan("") : carry;
+  };
+  static constexpr double kBrackets[3][2] = {{-0.99, 5.0}, {-4.0, 0.01}, {0.0, 15.0}};
+  for (const auto& bracket : kBrackets) {
+    int32_t solver_error = 0;
+    const double repo = kbond::engine::bracket_solve(carry_at, target, bracket[0], bracket[1],
+                                                     1e-6, 64, &solver_error);
+    if (solver_error == 0) return repo;
+    err = solver_error;
+  }
+  return -999.0;
+}
