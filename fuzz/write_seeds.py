@@ -37,6 +37,10 @@ def main():
     for function in range(3):
         for index in range(BOND_TYPES):
             write("bond", f"f{function}_type{index:03d}", [function, 1, index])
+    # Yields, risk, coupon amount, cash flows: 7 functions x every 4th type.
+    for function in range(7):
+        for index in range(0, BOND_TYPES, 4):
+            write("bond_analytics", f"f{function}_type{index:03d}", [function, 1, index])
     # Catalogue: every service, each output present.
     write("catalogue", "btype_gilt", [0, 0, 0x1F])
     write("catalogue", "btable_all", [1, 0x3F])
