@@ -100,7 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const int32_t* macaulay = in.optional(macaulay_value, [&] { return in.code(1); });
   const double* divisor = in.optional(divisor_value, [&] { return in.real(100.0); });
   const double* price = in.optional(price_value, [&] { return in.real(99.0); });
-  const double current = in.real(0.05), stub = in.real(0.049), index = in.real(0.048),
+  const double current = in.real(0.05), money_market = in.real(0.049), index = in.real(0.048),
                margin = in.real(0.002);
   int32_t error = 12345;
   int32_t* error_out = (in.byte() % 16 == 15) ? nullptr : &error;
@@ -140,8 +140,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   switch (function) {
     case 0: result = KVLfrnsm(maturity, settlement, current, market, index, margin, previous, next, day_count, frequency, eom, error_out); break;
     case 1: result = KVLtfrnsm(t, maturity, settlement, current, market, index, margin, previous, next, day_count, frequency, eom, error_out); break;
-    case 2: result = KVLfrndm(maturity, settlement, current, market, stub, index, margin, previous, next, day_count, frequency, eom, error_out); break;
-    case 3: result = KVLtfrndm(t, maturity, settlement, current, market, stub, index, margin, previous, next, day_count, frequency, eom, error_out); break;
+    case 2: result = KVLfrndm(maturity, settlement, current, market, money_market, index, margin, previous, next, day_count, frequency, eom, error_out); break;
+    case 3: result = KVLtfrndm(t, maturity, settlement, current, market, money_market, index, margin, previous, next, day_count, frequency, eom, error_out); break;
     case 4: result = KVLfrnai(KBOND_FRN_RATES, KBOND_FRN_COUPONS, adjust, holiday_options, holidays.pointer, holidays.count, error_out); break;
     case 5: result = KVLtfrnai(t, KBOND_FRN_RATES, KBOND_FRN_COUPONS, adjust, holiday_options, holidays.pointer, holidays.count, error_out); break;
     case 6: result = KVLfrncamt(KBOND_FRN_RATES, previous, next, day_count, frequency, adjust, holiday_options, holidays.pointer, holidays.count, error_out); break;
