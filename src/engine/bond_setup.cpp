@@ -459,6 +459,12 @@ int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
   compute_accrued(desc);
   apply_ex_dividend(desc);
   if (desc.type == 220) desc.accrued = std::floor(desc.accrued * 100000.0 + 0.5) * 1e-5;
+  // Absurd but finite inputs (a coupon of 1e308) must not turn into infinite
+  // amounts downstream: such a bond is not a valid description.
+  if (!std::isfinite(desc.accrued) || !std::isfinite(desc.full_coupon)) {
+    bond_release(desc);
+    return 1;
+  }
   desc.simple_final = bond_type_simple_final(desc.yield_method_arg, desc.type);
 
   desc.price_factor_flag = desc.amort_kind != kNoAmortisation ? 1 : 0;

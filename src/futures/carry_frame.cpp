@@ -1,5 +1,7 @@
 #include "futures/carry_frame.h"
 
+#include <cmath>
+
 #include "dates/business_days.h"
 #include "engine/call_frame.h"
 #include "k_bond.h"
@@ -77,7 +79,14 @@ double run_carry_frame(const double* coupons, int32_t n_coupons, const int32_t* 
   // code replaces a tolerated 460), release on every path.
   engine::BondCall bond(a, err);
   if (!bond.ok()) return -1.0;
-  return compute(bond.desc(), call, context, err);
+  const double result = compute(bond.desc(), call, context, err);
+  // Extreme inputs (a denormal conversion factor) can overflow the
+  // arithmetic; an infinite or undefined figure is a failure, never a result.
+  if (*err == 0 && !std::isfinite(result)) {
+    *err = 1;
+    return -1.0;
+  }
+  return result;
 }
 
 }  // namespace kbond::futures

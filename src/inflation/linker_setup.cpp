@@ -25,7 +25,8 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   *desc = LinkerDesc{};
   desc->months_per_period = months_per_period;
   desc->frequency = 12 / months_per_period;
-  if (!(args.coupon > 0.0) || !std::isfinite(args.coupon)) return 1;
+  // The coupon is in percent: a positive, normal number no larger than 100.
+  if (!(args.coupon > 0.0) || !std::isnormal(args.coupon) || args.coupon > 100.0) return 1;
   if (!copy_index_values(args.base_index, args.base_count, desc->base_values) ||
       !copy_index_values(args.settlement_index, args.settlement_index_count, desc->settlement_values)) {
     return 1;
