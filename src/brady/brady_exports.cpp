@@ -50,9 +50,9 @@ bool bad_rate(double rate) { return !(rate >= 0.0) || !std::isfinite(rate); }
 // call and released with it.
 class BradyBond {
  public:
-  BradyBond(const BondWords& w, int32_t* error) noexcept : error_(error) {
-    engine_lock_state_ = kbond::engine::reader_lock(w.type);
-    if (engine_lock_state_ < 0) {
+  BradyBond(const BondWords& w, int32_t* error) noexcept : error_(error), lock_(w.type) {
+    // The table and the accrued interest read one view of a custom type.
+    if (lock_.failed()) {
       *error_ = kLockNotObtained;
       return;
     }
@@ -80,10 +80,7 @@ class BradyBond {
     ready_ = true;
   }
 
-  ~BradyBond() {
-    KVLbcshflw_free(nullptr, interest_, principal_, periods_);
-    if (engine_lock_state_ == 1) kbond::engine::reader_unlock();
-  }
+  ~BradyBond() { KVLbcshflw_free(nullptr, interest_, principal_, periods_); }
 
   BradyBond(const BradyBond&) = delete;
   BradyBond& operator=(const BradyBond&) = delete;
@@ -102,7 +99,7 @@ class BradyBond {
   }
 
   int32_t* error_;
-  int engine_lock_state_ = 0;
+  kbond::engine::TypeReadGuard lock_;
   double* interest_ = nullptr;
   double* principal_ = nullptr;
   double* periods_ = nullptr;

@@ -152,6 +152,20 @@ TEST(BradyPrice, CashFlowTableErrorsPassThrough) {
   EXPECT_EQ(bond.error, 1);
 }
 
+TEST(BradyPrice, CustomTypeReadsItsDefinition) {
+  // A custom semi-annual actual/actual type prices like the generic 500.
+  const int32_t code = 1051, actual = 0, semi_annual = 2;
+  ASSERT_EQ(KVLbcustom(code, &actual, nullptr, nullptr, &semi_annual, nullptr, nullptr, nullptr,
+                       nullptr, nullptr, nullptr, nullptr),
+            code);
+  BradyBond generic;
+  generic.settlement = civil_serial(2025, 9, 15);
+  BradyBond custom = generic;
+  custom.type = code;
+  EXPECT_DOUBLE_EQ(custom.price(0.05, 0.045, 0.09), generic.price(0.05, 0.045, 0.09));
+  EXPECT_EQ(custom.error, 0);
+}
+
 TEST(BradyYield, StrippedYieldRoundTrips) {
   for (const int32_t guaranteed : {0, 2, 4}) {
     for (const int32_t collateral : {0, 1}) {
