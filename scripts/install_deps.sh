@@ -3,7 +3,7 @@
 # Idempotent: does nothing when everything is already present.
 set -euo pipefail
 
-packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3)
+packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3 libquantlib0-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
@@ -15,3 +15,6 @@ if [ ${#missing[@]} -gt 0 ]; then
   $SUDO apt-get update -qq
   DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "${missing[@]}"
 fi
+
+# Windows cross-build tools (mingw-w64 posix compilers, wine64); never fails.
+bash "$(dirname "$0")/windows_deps.sh"

@@ -18,3 +18,7 @@ if cmake --build build/tsan --target help | grep -q kbond_concurrency_tests; the
   cmake --build build/tsan -j"$jobs" --target kbond_concurrency_tests
   TSAN_OPTIONS="halt_on_error=1" ctest --test-dir build/tsan -L concurrency --output-on-failure
 fi
+
+# Windows DLLs: mingw-w64 cross-builds for 32- and 64-bit, export tables checked
+# against the header, loading tests under wine64 (skipped when mingw-w64 is missing).
+KBOND_JOBS="$jobs" bash scripts/build_windows.sh

@@ -9,7 +9,7 @@ using kbond::engine::BondCall;
 
 namespace {
 // The schedule is the same for any coupon rate.
-constexpr double kPlaceholderCoupon = 0.1;
+constexpr double kScheduleOnlyCoupon = 0.1;
 }  // namespace
 
 extern "C" KVL_EXPORT double KVL_API KVLbal(
@@ -18,7 +18,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbal(
     const double* factor, const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends,
     int32_t n_sink_ends, const double* sink_amounts, const double* sink_premium,
     int32_t* error) {
-  const double coupon = kPlaceholderCoupon;
+  const double coupon = kScheduleOnlyCoupon;
   int32_t schedule_type = 0;
   if (type) schedule_type = kbond::engine::accrual_substitute(*type);
   const kbond::engine::bond_args args{

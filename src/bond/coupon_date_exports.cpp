@@ -18,10 +18,10 @@ constexpr int32_t kMissingArray = 50;
 constexpr int32_t kCountTooSmall = 60;
 constexpr int32_t kUnknownType = 460;
 // The schedule is the same for any coupon rate.
-constexpr double kPlaceholderCoupon = 0.1;
+constexpr double kScheduleOnlyCoupon = 0.1;
 
 struct ScheduleArgs {
-  double coupon = kPlaceholderCoupon;
+  double coupon = kScheduleOnlyCoupon;
   int32_t maturity = 0;
   int32_t schedule_type = 0;
   kbond::engine::bond_args args;

@@ -41,9 +41,19 @@ extern "C" KVL_EXPORT double KVL_API KVLbpr(
     const double y = kbond::engine::coupon_yield_from_quoted(yield, bond, &err);
     if (err == 0) price = kbond::engine::price_from_yield(y, bond, nullptr, nullptr, &err);
   }
-  if (err != 0) price = -1.0;
   // Amortising bonds are quoted per 100 of the face still outstanding; a
   // failure value is scaled the same way, callers test the error code.
-  if (bond.price_factor_flag) price /= bond.price_factor;
-  return kbond::engine::round_price_by_type(price, bond.type);
+  const auto quote = [&](double value) {
+    if (bond.price_factor_flag) value /= bond.price_factor;
+    return kbond::engine::round_price_by_type(value, bond.type);
+  };
+  if (err == 0) {
+    // Absurd coupons or redemptions (a redemption of 100 * b / a with a tiny
+    // a) overflow the flows or the rounding: a price without a finite value
+    // is no price.
+    const double quoted = quote(price);
+    if (std::isfinite(quoted)) return quoted;
+    err = 1;
+  }
+  return quote(-1.0);
 }

@@ -117,13 +117,39 @@ int raw_serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* ye
   return serial > kMaxSerial ? 1 : 0;
 }
 
-}  // namespace
-
-bool is_leap_year(int32_t year) noexcept {
-  return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+// Everything but a serial already in the cache: the first conversion of a
+// cached serial (which also remembers the rest of its month up to the 28th),
+// serials known not to convert, and serials outside the cached range (1
+// before 1600 with nothing written, 1 above kMaxSerial with the fields
+// written). Kept apart so that the cached look-up stays short.
+[[gnu::noinline]] int serial_to_date_slow(int32_t serial, int32_t* day, int32_t* month,
+                                          int32_t* year) {
+  int32_t d = 0, m = 0, y = 0;
+  int rc;
+  if (serial >= kSerialCacheFirst && serial <= kSerialCacheLast) {
+    std::atomic<uint32_t>& entry = g_serial_cache[serial - kSerialCacheFirst];
+    if (entry.load(std::memory_order_relaxed) == kSerialFailed) return 1;
+    rc = raw_serial_to_date(serial, &d, &m, &y);
+    if (rc != 0) {
+      entry.store(kSerialFailed, std::memory_order_relaxed);
+      return rc;
+    }
+    const int32_t last_day = d <= 28 ? 28 : d;
+    for (int32_t k = d, s = serial; k <= last_day && s <= kSerialCacheLast; ++k, ++s)
+      g_serial_cache[s - kSerialCacheFirst].store(pack_date(k, m, y), std::memory_order_relaxed);
+  } else {
+    if (serial < kMinConvertibleSerial) return 1;
+    rc = raw_serial_to_date(serial, &d, &m, &y);
+  }
+  if (day) *day = d;
+  if (month) *month = m;
+  if (year) *year = y;
+  return rc;
 }
 
-int32_t date_to_serial(int32_t day, int32_t month, int32_t year) noexcept {
+// Everything but a month already in the month cache: two-digit years, months
+// not yet cached, years outside the cache and invalid months.
+[[gnu::noinline]] int32_t date_to_serial_slow(int32_t day, int32_t month, int32_t year) {
   if (month < 1 || month > 12) return -1;
   if (year < 200) year += 1900;  // 0..99 -> 1900s, 100..199 -> 2000s
 
@@ -144,50 +170,37 @@ int32_t date_to_serial(int32_t day, int32_t month, int32_t year) noexcept {
   return static_cast<int32_t>(serial);
 }
 
-int serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* year) noexcept {
-  int32_t d = 0, m = 0, y = 0;
-  int rc;
-  if (serial >= kSerialCacheFirst && serial <= kSerialCacheLast) {
-    std::atomic<uint32_t>& entry = g_serial_cache[serial - kSerialCacheFirst];
-    const uint32_t cached = entry.load(std::memory_order_relaxed);
-    if (cached == kSerialFailed) return 1;
-    if (cached != 0) {
-      d = static_cast<int32_t>(cached & 0x1Fu);
-      m = static_cast<int32_t>((cached >> 5) & 0xFu);
-      y = static_cast<int32_t>(cached >> 9);
-      rc = 0;
-    } else {
-      rc = raw_serial_to_date(serial, &d, &m, &y);
-      if (rc != 0) {
-        entry.store(kSerialFailed, std::memory_order_relaxed);
-        return rc;
-      }
-      // Fill the rest of the month up to the 28th while we know it.
-      const int32_t last_day = d <= 28 ? 28 : d;
-      for (int32_t k = d, s = serial; k <= last_day && s <= kSerialCacheLast; ++k, ++s)
-        g_serial_cache[s - kSerialCacheFirst].store(pack_date(k, m, y), std::memory_order_relaxed);
+}  // namespace
+
+int32_t date_to_serial(int32_t day, int32_t month, int32_t year) noexcept {
+  if (month >= 1 && month <= 12 && year >= kMonthCacheFirstYear && year <= kMonthCacheLastYear) {
+    const int32_t day0 = g_month_cache[month - 1 + 12 * (year - kMonthCacheFirstYear)].load(
+        std::memory_order_relaxed);
+    if (day0 > 0) {
+      const int64_t serial = static_cast<int64_t>(day0) + day;
+      if (serial > kMaxSerial || serial < INT32_MIN + 1) return -1;
+      return static_cast<int32_t>(serial);
     }
-  } else {
-    if (serial < kMinConvertibleSerial) return 1;  // before 1600: nothing to report
-    rc = raw_serial_to_date(serial, &d, &m, &y);    // above kMaxSerial: 1, fields written
   }
-  if (day) *day = d;
-  if (month) *month = m;
-  if (year) *year = y;
-  return rc;
+  return date_to_serial_slow(day, month, year);
+}
+
+int serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* year) noexcept {
+  if (serial >= kSerialCacheFirst && serial <= kSerialCacheLast) {
+    const uint32_t cached =
+        g_serial_cache[serial - kSerialCacheFirst].load(std::memory_order_relaxed);
+    if (cached != 0 && cached != kSerialFailed) {
+      if (day) *day = static_cast<int32_t>(cached & 0x1Fu);
+      if (month) *month = static_cast<int32_t>((cached >> 5) & 0xFu);
+      if (year) *year = static_cast<int32_t>(cached >> 9);
+      return 0;
+    }
+  }
+  return serial_to_date_slow(serial, day, month, year);
 }
 
 int32_t weekday_of(int32_t serial) noexcept {
   return static_cast<int32_t>((static_cast<int64_t>(serial) + 1) % 7) + 1;
-}
-
-int32_t days_in_month(int32_t month, int32_t year) noexcept {
-  switch (month) {
-    case 1: case 3: case 5: case 7: case 8: case 10: case 12: return 31;
-    case 4: case 6: case 9: case 11: return 30;
-    case 2: return is_leap_year(year) ? 29 : 28;
-    default: return 0;
-  }
 }
 
 int32_t days_in_year(int32_t year) noexcept { return is_leap_year(year) ? 366 : 365; }

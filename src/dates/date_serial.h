@@ -24,7 +24,9 @@ enum Weekday : int32_t {
   kWednesday = 5, kThursday = 6, kFriday = 7
 };
 
-bool is_leap_year(int32_t year) noexcept;
+inline bool is_leap_year(int32_t year) noexcept {
+  return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+}
 
 // Serial of day/month/year, or -1. Years below 200 have 1900 added. The day
 // is not checked against the month: day 0 is the last day of the previous
@@ -36,7 +38,15 @@ int32_t date_to_serial(int32_t day, int32_t month, int32_t year) noexcept;
 int serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* year) noexcept;
 
 int32_t weekday_of(int32_t serial) noexcept;              // 1 = Saturday ... 7 = Friday
-int32_t days_in_month(int32_t month, int32_t year) noexcept;  // 0 for a bad month
+// 0 for a bad month. Inline: month arithmetic asks for it at every step.
+inline int32_t days_in_month(int32_t month, int32_t year) noexcept {
+  switch (month) {
+    case 1: case 3: case 5: case 7: case 8: case 10: case 12: return 31;
+    case 4: case 6: case 9: case 11: return 30;
+    case 2: return is_leap_year(year) ? 29 : 28;
+    default: return 0;
+  }
+}
 int32_t days_in_year(int32_t year) noexcept;
 int32_t is_end_of_month(int32_t serial) noexcept;
 int32_t end_of_month(int32_t serial) noexcept;

@@ -23,6 +23,38 @@ int32_t months_between(int32_t from, int32_t to, int32_t eom_flag, int32_t* exac
 int32_t schedule_date(int32_t date, int32_t k, int32_t months_per_period, int32_t reference,
                       int32_t eom_flag, int32_t* index) noexcept;
 
+// A date split into its fields, with whether it is the last day of its month.
+struct SplitDate {
+  int32_t day;
+  int32_t month;
+  int32_t year;
+  bool month_end;
+};
+
+// The same schedule with its reference date split once, for callers that
+// look up several of its dates:
+//
+//   const MonthSchedule grid(maturity, 6, eom);
+//   int32_t j = 0;
+//   const int32_t previous = grid.around(settlement, 0, &j);
+//   const int32_t next = grid.date(j + 1);
+class MonthSchedule {
+ public:
+  MonthSchedule(int32_t reference, int32_t months_per_period, int32_t eom_flag) noexcept;
+
+  // reference + j * months_per_period months (-1 when out of range).
+  int32_t date(int32_t j) const noexcept;
+  // As schedule_date(date, k, months_per_period, reference, eom_flag, index).
+  int32_t around(int32_t date, int32_t k, int32_t* index) const noexcept;
+
+ private:
+  int32_t reference_;
+  int32_t months_per_period_;
+  int32_t eom_;  // the end-of-month rule in force: flag set and reference a month end
+  bool reference_ok_;
+  SplitDate split_reference_;
+};
+
 // n-th `weekday` of the month (0 when there is none); see the holiday rules.
 int32_t nth_weekday_of_month(int32_t n, int32_t weekday, int32_t month, int32_t year,
                              int32_t other_weekday) noexcept;

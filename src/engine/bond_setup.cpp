@@ -144,37 +144,87 @@ int32_t derivation_start(const bond_args& a, const bond_desc& d) noexcept {
   return start;
 }
 
-// Anchor, dated date and first coupon; derived ones lie on the grid.
-bool place_coupon_grid(const bond_args& a, bond_desc& d) noexcept {
-  int32_t dated = 0, first = 0;
-  if (!read_optional_date(a.dated_date, &dated) || !read_optional_date(a.first_coupon, &first))
-    return false;
-  if (d.type == 16) dated = first = 0;  // this municipal type ignores odd coupons
+// The caller's dated date and first coupon date; 0 when absent.
+struct OddDates {
+  int32_t dated = 0;
+  int32_t first = 0;
+};
 
-  if (dated != 0 && first != 0) {
-    d.anchor = first;
+bool read_odd_dates(const bond_args& a, const bond_desc& d, OddDates* odd) noexcept {
+  if (!read_optional_date(a.dated_date, &odd->dated) ||
+      !read_optional_date(a.first_coupon, &odd->first))
+    return false;
+  if (d.type == 16) odd->dated = odd->first = 0;  // this municipal type ignores odd coupons
+  return true;
+}
+
+// The grid runs through a given first coupon, else through maturity.
+void place_anchor(bond_desc& d, const OddDates& odd) noexcept {
+  if (odd.first != 0) {
+    d.anchor = odd.first;
     decide_eom_from_anchor(d);
-  } else if (dated != 0) {
-    d.anchor = maturity_anchor(d);
-    decide_eom_from_anchor(d);
-    first = grid_after(d, dated);
-    if (first > d.maturity - kFirstCouponMargin) first = d.maturity;
-  } else if (first != 0) {
-    d.anchor = first;
-    decide_eom_from_anchor(d);
-    dated = dates::add_months(first, -d.months_per_period, d.eom);
-    if (dated > a.settlement) dated = a.settlement;
   } else {
     d.anchor = maturity_anchor(d);
-    if (d.type != 200) decide_eom_from_anchor(d);
-    first = dates::schedule_date(derivation_start(a, d), 0, 12, d.anchor, d.eom, nullptr);
+    // A derived JGB grid keeps the type's rule.
+    if (odd.dated != 0 || d.type != 200) decide_eom_from_anchor(d);
+  }
+}
+
+// Where settlement falls on the coupon grid: the grid date on or before it,
+// that date's index j (anchor + j periods) and the grid date after it.
+struct SettlementOnGrid {
+  int32_t previous = 0;
+  int32_t index = 0;
+  int32_t next = 0;
+};
+
+SettlementOnGrid locate_settlement(const bond_desc& d, const dates::MonthSchedule& grid) noexcept {
+  SettlementOnGrid at;
+  at.previous = grid.around(d.settlement, 0, &at.index);
+  at.next = grid.date(at.index + 1);
+  return at;
+}
+
+// Floor of a / b for b > 0.
+int32_t floor_div(int32_t a, int32_t b) noexcept {
+  const int32_t q = a / b;
+  return (a % b != 0 && a < 0) ? q - 1 : q;
+}
+
+// A derived first coupon: the anniversary of the anchor on or before the
+// derivation start. Periods divide the year, so the anniversaries are the
+// grid dates whose index is a multiple of the frequency, and when the
+// derivation starts at settlement the settlement's index gives it directly.
+int32_t derived_first_coupon(const bond_args& a, const bond_desc& d,
+                             const dates::MonthSchedule& grid,
+                             const SettlementOnGrid& at) noexcept {
+  const int32_t start = derivation_start(a, d);
+  if (start != d.settlement) return dates::schedule_date(start, 0, 12, d.anchor, d.eom, nullptr);
+  return grid.date(floor_div(at.index, d.frequency) * d.frequency);
+}
+
+// Dated date and first coupon; derived ones lie on the grid.
+bool place_dated_and_first(const bond_args& a, bond_desc& d, const OddDates& odd,
+                           const dates::MonthSchedule& grid,
+                           const SettlementOnGrid& at) noexcept {
+  int32_t dated = odd.dated, first = odd.first;
+  if (dated != 0 && first != 0) {
+    // both given
+  } else if (dated != 0) {
+    first = grid.around(dated, 1, nullptr);
+    if (first > d.maturity - kFirstCouponMargin) first = d.maturity;
+  } else if (first != 0) {
+    dated = dates::add_months(first, -d.months_per_period, d.eom);
+    if (dated > d.settlement) dated = d.settlement;
+  } else {
+    first = derived_first_coupon(a, d, grid, at);
     if (first > d.maturity - kFirstCouponMargin) first = d.maturity;
     dated = dates::add_months(first, -d.months_per_period, d.eom);
   }
   d.dated_date = dated;
   d.first_coupon = first;
   return dated > 0 && first > 0 && dated < first && first <= d.maturity &&
-         a.settlement <= d.maturity;
+         d.settlement <= d.maturity;
 }
 
 // The coupon period containing settlement and where settlement lies in it.
@@ -182,10 +232,10 @@ bool place_coupon_grid(const bond_args& a, bond_desc& d) noexcept {
 // or kNotOnGrid when the period starts at the dated date instead.
 constexpr int32_t kNotOnGrid = INT32_MIN;
 
-bool place_settlement(bond_desc& d, int32_t* grid_index) noexcept {
-  int32_t j = 0;
-  int32_t start = grid_on_or_before(d, d.settlement, &j);
-  *grid_index = j;
+bool place_settlement(bond_desc& d, const dates::MonthSchedule& grid, const SettlementOnGrid& at,
+                      int32_t* grid_index) noexcept {
+  int32_t start = at.previous;
+  *grid_index = at.index;
   if (start < d.dated_date || start < d.first_coupon) {
     start = d.dated_date;
     *grid_index = kNotOnGrid;
@@ -193,22 +243,28 @@ bool place_settlement(bond_desc& d, int32_t* grid_index) noexcept {
   d.period_start = start;
   if (d.settlement < d.first_coupon) {
     d.next_coupon = d.first_coupon;
-    const int32_t regular_start = dates::schedule_date(d.first_coupon, -1, d.months_per_period,
-                                                       d.anchor, d.eom, nullptr);
+    const int32_t regular_start = grid.around(d.first_coupon, -1, nullptr);
     d.position = start > regular_start    ? kShortFirstPeriod
                  : start == regular_start ? kRegularPeriod
                                           : kLongFirstPeriod;
+  } else if (at.next > d.maturity || at.next <= 0) {
+    d.next_coupon = d.maturity;
+    d.position = kNoGridDateLeft;
   } else {
-    const int32_t next = grid_date(d, j + 1);
-    if (next > d.maturity || next <= 0) {
-      d.next_coupon = d.maturity;
-      d.position = kNoGridDateLeft;
-    } else {
-      d.next_coupon = next;
-      d.position = kRegularPeriod;
-    }
+    d.next_coupon = at.next;
+    d.position = kRegularPeriod;
   }
   return d.period_start > 0;
+}
+
+// Anchor, dated date, first coupon, and the coupon period around settlement.
+bool place_coupon_grid(const bond_args& a, bond_desc& d, int32_t* grid_index) noexcept {
+  OddDates odd;
+  if (!read_odd_dates(a, d, &odd)) return false;
+  place_anchor(d, odd);
+  const dates::MonthSchedule grid(d.anchor, d.months_per_period, d.eom);
+  const SettlementOnGrid at = locate_settlement(d, grid);
+  return place_dated_and_first(a, d, odd, grid, at) && place_settlement(d, grid, at, grid_index);
 }
 
 // Whole coupon periods to maturity and whether a broken one remains.
@@ -353,11 +409,15 @@ bool is_365_day_count(int32_t code) noexcept {
 // After the ex-dividend date the seller keeps the next coupon: the buyer is
 // owed interest for the days left to it (negative accrued interest).
 void apply_ex_dividend(bond_desc& d) noexcept {
-  CustomType override_record{};
-  override_record.name = "ex-dividend override";
-  override_record.exdiv_days = d.exdiv_days;
-  const int32_t exdiv_date = bond_type_exdiv_date(d.next_coupon, d.type, d.calendar(),
-                                                  d.exdiv_days_given ? &override_record : nullptr);
+  int32_t exdiv_date = 0;
+  if (d.exdiv_days_given) {
+    CustomType override_record{};
+    override_record.name = "ex-dividend override";
+    override_record.exdiv_days = d.exdiv_days;
+    exdiv_date = bond_type_exdiv_date(d.next_coupon, d.type, d.calendar(), &override_record);
+  } else {
+    exdiv_date = bond_type_exdiv_date(d.next_coupon, d.type, d.calendar(), nullptr);
+  }
   d.exdiv = d.settlement >= exdiv_date ? 1 : 0;
   if (!d.exdiv) return;
   const int32_t day_count = d.coupon_basis;
@@ -376,8 +436,7 @@ int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
   desc.settlement = args.settlement;
   int32_t grid_index = 0;
   if (!well_formed(args) || !read_coupons(args, desc) || !read_type(args, desc) ||
-      !read_frequency(args, desc) || !place_coupon_grid(args, desc) ||
-      !place_settlement(desc, &grid_index))
+      !read_frequency(args, desc) || !place_coupon_grid(args, desc, &grid_index))
     return 1;
   count_periods(desc, grid_index);
 

@@ -133,7 +133,10 @@ inline double round_price_by_type(double price, int32_t type) noexcept {
     case 2:
     case 3:
     case 16:
-      return std::floor(std::floor(price * 1e8 + 0.5) * 1e-5) * 0.001;
+      // Divisions, not products with 1e-5 and 0.001: those are not exact in
+      // binary and a whole number of thousandths would lose one thousandth
+      // to the truncation (-1.0 became -1.001).
+      return std::floor(std::floor(price * 1e8 + 0.5) / 1e5) / 1000.0;
     case 380:
       return std::floor(price * 100000.0 + 0.5) * 1e-5;
     default:

@@ -17,8 +17,8 @@
 namespace kbond::engine {
 
 int32_t grid_date(const bond_desc& desc, int32_t j) noexcept {
-  const int32_t eom = desc.eom && dates::is_end_of_month(desc.anchor) ? 1 : 0;
-  return dates::add_months(desc.anchor, j * desc.months_per_period, eom);
+  // add_months applies the end-of-month rule only to a month-end anchor.
+  return dates::add_months(desc.anchor, j * desc.months_per_period, desc.eom);
 }
 
 int32_t grid_on_or_before(const bond_desc& desc, int32_t d, int32_t* index) noexcept {

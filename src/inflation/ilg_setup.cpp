@@ -25,7 +25,7 @@ bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
   if (!(args.real_coupon > 0.0) || !(args.next_coupon_amount > 0.0) || !(args.base_index > 0.0) ||
       !(args.latest_index > 0.0) || !std::isfinite(args.real_coupon) ||
       !std::isfinite(args.next_coupon_amount) || !std::isfinite(args.base_index) ||
-      !std::isfinite(args.latest_index)) {
+      !std::isfinite(args.latest_index) || !std::isfinite(args.latest_index / args.base_index)) {
     return false;
   }
   double inflation = 0.0;

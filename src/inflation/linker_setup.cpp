@@ -65,6 +65,8 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
       reference_index_at(args.settlement, desc->settlement_values, desc->settlement_count, &err);
   if (err != 0) return err;
   desc->index_ratio = index_ratio(desc->settlement_reference, desc->base_reference);
+  // Index values too small for their ratio (denormals) are not index values.
+  if (!std::isfinite(desc->index_ratio) || !(desc->index_ratio > 0.0)) return 1;
 
   // Actual/actual over the quasi-coupon period.
   const double year_days = dates::year_basis(p.quasi_start, p.next, desc->frequency, 0);
@@ -86,6 +88,7 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   desc->accrued_fraction = static_cast<double>(args.settlement - p.previous) / year_days;
   if (desc->accrued_fraction < 0.0) desc->accrued_fraction = 0.0;
   desc->accrued = engine::round_to(desc->accrued_fraction * desc->coupon * desc->index_ratio * 100.0, 6);
+  if (!std::isfinite(desc->next_coupon_amount) || !std::isfinite(desc->accrued)) return 1;
   return 0;
 }
 

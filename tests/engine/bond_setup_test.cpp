@@ -206,6 +206,46 @@ TEST(BondSetupGrid, DerivedFromMaturityWithoutDatedDate) {
   EXPECT_EQ(d.partial_period, 0);
 }
 
+TEST(BondSetupGrid, DerivedFirstCouponIsTheAnniversaryBeforeSettlement) {
+  // Quarterly 15 Nov 2034 bond: the anniversaries of maturity are the 15
+  // Novembers, whatever quarter settlement falls in.
+  const int32_t type = 0;
+  const int32_t quarterly = 4;
+  Bullet b(0.04, ymd(2034, 11, 15), ymd(2024, 12, 2), &type);
+  b.args.frequency = &quarterly;
+  b.args.n_frequency = 1;
+  bond_desc d;
+  ASSERT_EQ(bond_setup(b.args, d), 0);
+  EXPECT_EQ(d.first_coupon, ymd(2024, 11, 15));
+  EXPECT_EQ(d.dated_date, ymd(2024, 8, 15));
+  EXPECT_EQ(d.next_coupon, ymd(2025, 2, 15));
+  // Settled in the quarter before the anniversary: the previous November.
+  b.args.settlement = ymd(2024, 10, 10);
+  ASSERT_EQ(bond_setup(b.args, d), 0);
+  EXPECT_EQ(d.first_coupon, ymd(2023, 11, 15));
+  EXPECT_EQ(d.dated_date, ymd(2023, 8, 15));
+  EXPECT_EQ(d.period_start, ymd(2024, 8, 15));
+  EXPECT_EQ(d.next_coupon, ymd(2024, 11, 15));
+  EXPECT_EQ(d.position, kRegularPeriod);
+}
+
+TEST(BondSetupGrid, DerivedFirstCouponReachesBackToTheFirstCouponStep) {
+  // Steps 3% to 15 May 2020 and 4% to 15 Nov 2034: the derived schedule must
+  // cover the first step, so it starts at the anniversary before 15 May 2020.
+  const double rates[] = {0.03, 0.04};
+  const int32_t steps[] = {ymd(2020, 5, 15), ymd(2034, 11, 15)};
+  const int32_t type = 0;
+  bond_args a{.coupons = rates, .n_coupons = 2, .dates = steps, .n_dates = 2,
+              .settlement = ymd(2024, 12, 2), .type = &type};
+  bond_desc d;
+  ASSERT_EQ(bond_setup(a, d), 0);
+  EXPECT_EQ(d.first_coupon, ymd(2019, 11, 15));
+  EXPECT_EQ(d.dated_date, ymd(2019, 5, 15));
+  EXPECT_EQ(d.period_start, ymd(2024, 11, 15));
+  EXPECT_EQ(d.next_coupon, ymd(2025, 5, 15));
+  EXPECT_DOUBLE_EQ(d.current_rate(), 0.04);
+}
+
 TEST(BondSetupGrid, FirstCouponDerivedFromDatedDate) {
   const int32_t type = 0;
   Bullet b(0.05, ymd(2029, 11, 15), ymd(2025, 3, 1), &type);

@@ -1,0 +1,111 @@
+"""Bad arguments raise KBondError subclasses carrying the library's code."""
+
+import datetime as dt
+import math
+import os
+import subprocess
+import sys
+import unittest
+
+import k_bond
+from tests.support import TREASURY, has
+
+
+class LibraryErrors(unittest.TestCase):
+    def assertCode(self, expected, fn, **kwargs):
+        with self.assertRaises(k_bond.KBondError) as caught:
+            fn(**kwargs)
+        self.assertEqual(caught.exception.code, expected, str(caught.exception))
+        return caught.exception
+
+    def test_settlement_after_maturity_is_an_invalid_description(self):
+        exc = self.assertCode(1, k_bond.price, yield_=0.04,
+                              **dict(TREASURY, settlement=dt.date(2035, 1, 1)))
+        self.assertIsInstance(exc, k_bond.KBondLibraryError)
+        self.assertIn("invalid bond description", str(exc))
+        self.assertIn("(error 1)", str(exc))
+        self.assertEqual(exc.function, "KVLbpr")
+
+    def test_frequency_outside_the_allowed_set(self):
+        self.assertCode(1, k_bond.price, yield_=0.04, **dict(TREASURY, frequency=5))
+        self.assertCode(1, k_bond.accrued, **dict(TREASURY, frequency=24))
+
+    def test_non_finite_yield(self):
+        self.assertCode(1, k_bond.price, yield_=math.nan, **TREASURY)
+        self.assertCode(1, k_bond.price, yield_=math.inf, **TREASURY)
+
+    def test_unknown_type_code_in_a_bond(self):
+        self.assertCode(1, k_bond.accrued, **dict(TREASURY, bond_type=9999))
+
+    def test_unknown_type_code_in_the_catalogue(self):
+        self.assertCode(460, k_bond.bond_type, code=9999)
+
+    def test_redemption_below_zero(self):
+        self.assertCode(1, k_bond.price, yield_=0.04, **dict(TREASURY, redemption=-1.0))
+
+    def test_frn_price_not_positive(self):
+        self.assertCode(350, k_bond.frn.simple_margin, maturity="2028-06-30",
+                        settlement="2025-01-15", current_coupon=0.05, price=0.0,
+                        index_rate=0.045, quoted_margin=0.005)
+
+    def test_frn_unknown_day_count(self):
+        self.assertCode(300, k_bond.frn.simple_margin, maturity="2028-06-30",
+                        settlement="2025-01-15", current_coupon=0.05, price=99.0,
+                        index_rate=0.045, quoted_margin=0.005, day_count=9)
+
+    def test_unknown_futures_contract(self):
+        self.assertCode(900, k_bond.conversion_factor, coupon=0.045,
+                        maturity="2045-02-15", delivery="2025-03-01", contract=999)
+
+    @unittest.skipUnless(has("KVLbyld"), "library built without the yield family")
+    def test_yield_from_a_negative_price(self):
+        self.assertCode(350, k_bond.bond_yield, price=-5.0, **TREASURY)
+
+
+class ArgumentErrors(unittest.TestCase):
+    def test_wrong_python_types_are_refused_before_the_call(self):
+        with self.assertRaises(k_bond.KBondArgumentError) as caught:
+            k_bond.price(yield_="4.5%", **TREASURY)
+        self.assertEqual(caught.exception.code, 1)
+        self.assertIsInstance(caught.exception, ValueError)
+
+    def test_unknown_type_name(self):
+        with self.assertRaises(k_bond.KBondArgumentError) as caught:
+            k_bond.price(yield_=0.04, **dict(TREASURY, bond_type="moon bond"))
+        self.assertEqual(caught.exception.code, 460)
+
+    def test_dates_must_be_dates_or_integer_serials(self):
+        for bad in (45671.5, "15/01/2025", True):
+            with self.assertRaises(k_bond.KBondArgumentError) as caught:
+                k_bond.price(yield_=0.04, **dict(TREASURY, settlement=bad))
+            self.assertEqual(caught.exception.code, 150)
+
+    def test_missing_settlement(self):
+        bond = dict(TREASURY)
+        del bond["settlement"]
+        with self.assertRaises(k_bond.KBondArgumentError):
+            k_bond.price(yield_=0.04, **bond)
+
+    def test_every_documented_code_has_a_message(self):
+        for code in (1, 50, 60, 150, 160, 250, 300, 350, 401, 460, 900, -50, -60):
+            self.assertNotEqual(k_bond.message_for(code), "unknown error")
+        self.assertEqual(k_bond.message_for(12345), "unknown error")
+
+
+class LoadingErrors(unittest.TestCase):
+    def test_a_missing_library_is_reported_with_the_paths_tried(self):
+        env = dict(os.environ, KBOND_LIBRARY="/nonexistent/libk_bond.so")
+        code = ("import k_bond\n"
+                "try:\n"
+                "    k_bond.version()\n"
+                "except k_bond.KBondNotFoundError as e:\n"
+                "    print('not found:', e)\n")
+        package_root = os.path.dirname(os.path.dirname(os.path.abspath(k_bond.__file__)))
+        out = subprocess.run([sys.executable, "-c", code], env=env, cwd=package_root,
+                             capture_output=True, text=True, check=True).stdout
+        self.assertIn("not found:", out)
+        self.assertIn("/nonexistent/libk_bond.so", out)
+
+
+if __name__ == "__main__":
+    unittest.main()

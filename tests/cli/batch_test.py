@@ -1,0 +1,153 @@
+"""kbond batch: the sample portfolio, bad rows, bad files, output forms and
+the progress line of long files."""
+import csv
+import datetime
+import io
+import os
+import tempfile
+import unittest
+
+from cli_harness import SOURCE_DIR, run, street_price
+
+PORTFOLIO = os.path.join(SOURCE_DIR, "examples", "portfolio.csv")
+COLUMNS = ["id", "type", "price", "yield_pct", "accrued", "modified_duration", "convexity",
+           "pvbp", "error_code", "error"]
+
+
+def write_temp(text):
+    f = tempfile.NamedTemporaryFile("w", suffix=".csv", delete=False)
+    f.write(text)
+    f.close()
+    return f.name
+
+
+class PortfolioTest(unittest.TestCase):
+    def test_every_bond_of_the_sample_is_valued(self):
+        rc, out, err = run("batch", PORTFOLIO)
+        self.assertEqual(rc, 0, err)
+        rows = list(csv.DictReader(io.StringIO(out)))
+        with open(PORTFOLIO) as f:
+            self.assertEqual(len(rows), sum(1 for _ in f) - 1)
+        self.assertEqual(list(rows[0].keys()), COLUMNS)
+        for row in rows:
+            self.assertEqual(row["error"], "", row["id"])
+            self.assertGreater(float(row["modified_duration"]), 0)
+            self.assertGreater(float(row["pvbp"]), 0)
+
+    def test_end_of_month_treasury_row_matches_street_price(self):
+        # UST 3.875 % 30 Apr 2030 at 3.95 %: coupons 31 Oct / 30 Apr, ten left.
+        rc, out, err = run("batch", PORTFOLIO)
+        rows = {r["id"]: r for r in csv.DictReader(io.StringIO(out))}
+        price, accrued = street_price(3.875, 3.95, datetime.date(2025, 6, 16),
+                                      datetime.date(2025, 4, 30), datetime.date(2025, 10, 31),
+                                      10)
+        row = rows["UST 3.875 Apr30"]
+        self.assertAlmostEqual(float(row["price"]), price, places=6)
+        self.assertAlmostEqual(float(row["accrued"]), accrued, places=6)
+
+
+BAD_ROWS = """id,type,coupon,maturity,settlement,price,yield
+good,ust,4.25,2034-11-15,2025-01-15,,4.5
+bad date,ust,4.25,2034-13-15,2025-01-15,,4.5
+bad coupon,ust,four,2034-11-15,2025-01-15,,4.5
+short,ust,4.25,2034-11-15
+
+both,ust,4.25,2034-11-15,2025-01-15,99,4.5
+matured,ust,4.25,2020-11-15,2025-01-15,,4.5
+alien,klingon,4.25,2034-11-15,2025-01-15,,4.5
+quoted,"Canadian Gvmt. Bond, (US Gov equiv yld)",4.25,2034-11-15,2025-01-15,,4.5
+"""
+
+
+class BadRowsTest(unittest.TestCase):
+    def test_bad_rows_are_reported_and_do_not_stop_the_batch(self):
+        path = write_temp(BAD_ROWS)
+        try:
+            rc, out, err = run("batch", path)
+        finally:
+            os.unlink(path)
+        self.assertEqual(rc, 1)
+        rows = list(csv.DictReader(io.StringIO(out)))
+        self.assertEqual([r["id"] for r in rows],
+                         ["good", "bad date", "bad coupon", "short", "both", "matured", "alien",
+                          "quoted"])
+        codes = [r["error_code"] for r in rows]
+        self.assertEqual(codes, ["", "input", "input", "input", "input", "1", "input", ""])
+        self.assertEqual(rows[0]["price"], "98.026057")  # street formula, see single_bond_test
+        self.assertEqual(rows[7]["type"], "20")
+        self.assertEqual(rows[5]["price"], "")
+        self.assertIn("KVL_ERR_INVALID", rows[5]["error"])
+        # Line numbers count the header and the blank line.
+        for expected in ["line 3: maturity '2034-13-15' is not a date",
+                         "line 4: coupon 'four' is not a number",
+                         "line 5: has 4 fields, the header has 7",
+                         "line 7: give a price or a yield, not both",
+                         "line 8: price: error 1 (KVL_ERR_INVALID)",
+                         'line 9: unknown bond type "klingon"']:
+            self.assertIn(expected, err)
+
+    def test_bad_files(self):
+        missing = write_temp("id,coupon,maturity,yield\nx,4,2030-01-01,4\n")
+        empty = write_temp("")
+        no_rate = write_temp("coupon,maturity,settlement\n4,2030-01-01,2025-01-01\n")
+        try:
+            for args, message in [
+                ([missing], "has no 'settlement' column"),
+                ([empty], "has no header line"),
+                ([no_rate], "needs a 'price' or a 'yield' column"),
+                (["/nonexistent/portfolio.csv"], "cannot open"),
+                ([], "give one CSV file"),
+            ]:
+                with self.subTest(args=args):
+                    rc, out, err = run("batch", *args)
+                    self.assertEqual(rc, 2)
+                    self.assertEqual(out, "")
+                    self.assertIn(message, err)
+        finally:
+            for p in (missing, empty, no_rate):
+                os.unlink(p)
+
+
+class OutputFormsTest(unittest.TestCase):
+    def test_output_file_stdin_and_table(self):
+        with open(PORTFOLIO) as f:
+            text = f.read()
+        rc, from_stdin, _ = run("batch", "-", stdin=text)
+        rc2, from_file, _ = run("batch", PORTFOLIO)
+        self.assertEqual((rc, from_stdin), (rc2, from_file))
+        out_path = write_temp("")
+        try:
+            run("batch", PORTFOLIO, "-o", out_path)
+            with open(out_path) as f:
+                self.assertEqual(f.read(), from_file)
+        finally:
+            os.unlink(out_path)
+        _, table, _ = run("batch", PORTFOLIO, "--table")
+        lines = table.splitlines()
+        self.assertEqual(len(lines), len(from_file.splitlines()))
+        self.assertTrue(lines[0].startswith("id"))
+
+    def test_decimal_units(self):
+        text = "coupon,maturity,settlement,yield\n0.0425,2034-11-15,2025-01-15,0.045\n"
+        rc, out, _ = run("batch", "-", "--decimal", stdin=text)
+        self.assertEqual(rc, 0)
+        row = next(csv.DictReader(io.StringIO(out)))
+        self.assertEqual(row["price"], "98.026057")
+        self.assertEqual(row["yield"], "0.04500000")
+
+
+class ProgressTest(unittest.TestCase):
+    def test_progress_only_for_files_over_100000_rows(self):
+        row = "ust,4.25,2034-11-15,2025-01-15,4.5\n"
+        header = "type,coupon,maturity,settlement,yield\n"
+        rc, out, err = run("batch", "-", stdin=header + row * 1000)
+        self.assertEqual((rc, err), (0, ""))
+        rc, out, err = run("batch", "-", stdin=header + row * 100001)
+        self.assertEqual(rc, 0)
+        self.assertEqual(out.count("\n"), 100002)
+        self.assertIn("kbond batch: 100000 rows done", err)
+        self.assertIn("finished, 100001 rows, 0 with errors", err)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,46 @@
+// Price rounding by bond type: municipals and corporates (types 2, 3, 16)
+// are cleaned at 8 decimals and truncated to 3. A price that is already a
+// whole number of thousandths must come back unchanged, the failure value
+// -1.0 included. Found by the bond fuzz harness (-1.0 came back as -1.001).
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "engine/call_frame.h"
+#include "k_bond.h"
+
+namespace kbond::engine {
+namespace {
+
+TEST(PriceRounding, WholeThousandthsSurviveTruncation) {
+  int failures = 0;
+  for (int32_t k = -2000; k <= 200000; ++k) {
+    const double price = k / 1000.0;
+    for (int32_t type : {2, 3, 16})
+      if (round_price_by_type(price, type) != price) ++failures;
+  }
+  EXPECT_EQ(failures, 0);
+}
+
+TEST(PriceRounding, TruncatesBelowTheThousandth) {
+  // 101.12599 truncates to 101.125; 101.1259999999 is cleaned at 8 decimals
+  // to 101.126 first.
+  EXPECT_EQ(round_price_by_type(101.12599, 2), 101.125);
+  EXPECT_EQ(round_price_by_type(101.1259999999, 3), 101.126);
+  EXPECT_EQ(round_price_by_type(-1.0, 16), -1.0);
+}
+
+TEST(PriceRounding, FailureValueOfAMunicipalPrice) {
+  // Serials of 15 November 2030 and 1 March 2024 (days-from-civil).
+  const double coupon = 0.05;
+  const int32_t maturity = 47801, type = 16;
+  int32_t error = 0;
+  EXPECT_EQ(KVLbpr(&coupon, 1, &maturity, 1, 45351, std::nan(""), nullptr, nullptr, &type, nullptr,
+                   0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0,
+                   nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr, &error),
+            -1.0);
+  EXPECT_EQ(error, 1);
+}
+
+}  // namespace
+}  // namespace kbond::engine

@@ -1,0 +1,58 @@
+// FRN results that overflow: a registered year length of 0.0001 days is a
+// valid type field (>= 0) yet turns every accrual fraction into an enormous
+// number. The analytics then fail with error 1 and -1.0 instead of
+// reporting NaN or infinity as success. Found by the FRN fuzz harness.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "frn_test_support.h"
+
+namespace kbond::frn {
+namespace {
+
+using testing::Note;
+
+class TinyYearLength : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    const double year_length = 0.0001;
+    int32_t error = -1;
+    note_.type = KVLfrntype(0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &year_length,
+                            nullptr, 0, 0, 0, 0, 0, 0, &error);
+    ASSERT_EQ(error, 0);
+    ASSERT_NE(note_.type, 0);
+  }
+  void TearDown() override { KVLfreefrntype(note_.type); }
+  Note note_;
+};
+
+TEST_F(TinyYearLength, ConvexityAndPriceFailInsteadOfNaN) {
+  int32_t error = 0;
+  const double convexity =
+      KVLtfrnconv(note_.type, note_.rates.data(), note_.rate_dates.data(), note_.rate_count(),
+                  note_.maturity, note_.settlement, 0.052, nullptr, nullptr, 0, nullptr, nullptr,
+                  nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0, &error);
+  if (error == 0) {
+    EXPECT_TRUE(std::isfinite(convexity));
+  } else {
+    EXPECT_EQ(error, 1);
+    EXPECT_EQ(convexity, -1.0);
+  }
+  const double price = note_.price(0.052, &error);
+  if (error == 0) EXPECT_TRUE(std::isfinite(price));
+  else EXPECT_EQ(price, -1.0);
+}
+
+TEST(FrnOverflow, DefaultTypeStillPrices) {
+  // The default note at a 5.2 % yield against a 5 % coupon: finite, below par.
+  Note note;
+  int32_t error = -1;
+  const double price = note.price(0.052, &error);
+  EXPECT_EQ(error, 0);
+  EXPECT_LT(price, 100.0);
+  EXPECT_GT(price, 90.0);
+}
+
+}  // namespace
+}  // namespace kbond::frn
