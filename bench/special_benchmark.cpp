@@ -1,5 +1,6 @@
 // Yields of the special families through their exports: a perpetual (flat
-// and stepped) and a PIK bond (flat and stepped, many periods).
+// and stepped), a PIK bond (flat and stepped, many periods) and the stripped
+// yield of a 15-year Brady bond.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -66,6 +67,21 @@ void BM_PikYieldStepped(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_PikYieldStepped);
+
+void BM_BradyStrippedYield(benchmark::State& state) {
+  const double coupon = 0.065;
+  const int32_t maturity = serial(15, 6, 2040);
+  const int32_t type = 500;
+  int32_t error = 0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(KVLbradyyld(&coupon, 1, &maturity, 1, serial(15, 9, 2025), 92.0,
+                                         0.05, 0.045, nullptr, nullptr, nullptr, nullptr, &type,
+                                         nullptr, 0, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                         0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr,
+                                         nullptr, &error));
+  }
+}
+BENCHMARK(BM_BradyStrippedYield);
 
 }  // namespace
 

@@ -1319,6 +1319,101 @@ KVL_EXPORT double KVL_API KVLpbirepo(const double* coupons, int32_t n_coupons, i
 /* Brady bonds                                                              */
 /* ======================================================================== */
 
+/* A Brady bond's principal is backed by zero-coupon collateral and its next
+** few coupons by a rolling interest guarantee. Its value splits into three
+** parts at three rates: the first n coupons at the guarantee rate yG
+** (dG = 1/(1 + yG/f) per period), the other coupons at the stripped yield yS
+** as of the end of the guarantee and brought back at the guarantee rate
+** (dG^n * dS^(t - n), dS = 1/(1 + yS/f)), and the principal: at the
+** stripped yield when not collateralised, else each repayment p at t is
+** worth p * ((1 - dC^(T - t)) * dS^t + dC^T), T the time of the last flow
+** and dC = (1/(1 + yC/2))^(2/f) (collateral yields are semi-annual). A
+** bullet repayment is thus worth 100 * dC^T whatever the stripped yield.
+** The flows are KVLbcshflw's (times t in coupon periods) and the accrued
+** interest KVLbai1's, built from the common bond arguments; f is the
+** frequency given, else the type's, else 2.
+**
+** Arguments of the three functions, in this order:
+**   coupons, n_coupons, dates, n_dates, settlement   common bond words 1-5
+**   three doubles: KVLbradypr and KVLbradydur take yG, yC, yS;
+**                  KVLbradyyld takes the clean price, yG, yC
+**   guaranteed     number of guaranteed coupons (NULL: 2; capped at the
+**                  number of flows)
+**   collateral     1 collateralised principal, 0 not (NULL: 1)
+**   dated_date, first_coupon, type, frequency, n_frequency, redemption,
+**   coupon_tax, yield_method, bd_flags, holidays, n_holidays, factor,
+**   sink_dates, n_sink, sink_ends, n_sink_ends, sink_amounts, sink_premium,
+**   exdiv_days     the common bond arguments as KVLbpr takes them after its
+**                  yield, without the tax on the discount, the horizon and
+**                  the issue price (no capital-gains tax on Brady principal)
+**   error          error code (NULL allowed)
+** Errors: 250 a rate below zero or not a number; 460 a negative number of
+** guaranteed coupons; 350 a price zero or below; 21 no stripped yield found;
+** KVLbcshflw's and KVLbai1's codes (1 invalid description, -50 memory);
+** -60 lock. Failure value -1.0. Results are not rounded. */
+
+/* KVLbradypr: clean price per 100 from the guarantee rate, the collateral
+** yield and the stripped yield. */
+KVL_EXPORT double KVL_API KVLbradypr(const double* coupons, int32_t n_coupons,
+                                     const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                     double guarantee_rate, double collateral_yield,
+                                     double stripped_yield, const int32_t* guaranteed,
+                                     const int32_t* collateral, const int32_t* dated_date,
+                                     const int32_t* first_coupon, const int32_t* type,
+                                     const int32_t* frequency, int32_t n_frequency,
+                                     const double* redemption, const double* coupon_tax,
+                                     const int32_t* yield_method, const int32_t* bd_flags,
+                                     const int32_t* holidays, int32_t n_holidays,
+                                     const double* factor, const int32_t* sink_dates,
+                                     int32_t n_sink, const int32_t* sink_ends,
+                                     int32_t n_sink_ends, const double* sink_amounts,
+                                     const double* sink_premium, const int32_t* exdiv_days,
+                                     int32_t* error);
+
+/* KVLbradyyld: the stripped yield (decimal, at the coupon frequency) that
+** reproduces a clean price per 100, given the guarantee rate and the
+** collateral yield: a secant search from the trial values 0.0 and 0.1, then
+** a bracket grown from them (down to -0.999 f, up to 1000) halved to 1e-13;
+** the dirty value is matched to 1e-9 per 100. Error 21 when no yield moves
+** the value to the price (every coupon guaranteed and the principal
+** collateralised, or a price out of reach). */
+KVL_EXPORT double KVL_API KVLbradyyld(const double* coupons, int32_t n_coupons,
+                                      const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                      double price, double guarantee_rate,
+                                      double collateral_yield, const int32_t* guaranteed,
+                                      const int32_t* collateral, const int32_t* dated_date,
+                                      const int32_t* first_coupon, const int32_t* type,
+                                      const int32_t* frequency, int32_t n_frequency,
+                                      const double* redemption, const double* coupon_tax,
+                                      const int32_t* yield_method, const int32_t* bd_flags,
+                                      const int32_t* holidays, int32_t n_holidays,
+                                      const double* factor, const int32_t* sink_dates,
+                                      int32_t n_sink, const int32_t* sink_ends,
+                                      int32_t n_sink_ends, const double* sink_amounts,
+                                      const double* sink_premium, const int32_t* exdiv_days,
+                                      int32_t* error);
+
+/* KVLbradydur: duration in years, sum(t * PV) / (f * sum(PV)) over the parts
+** of the flows, each part's present value at its own rate and time: a
+** guaranteed or sovereign coupon at its date; a collateralised repayment's
+** stripped part at its date and its collateral part (p * dC^T) at T. Error 1
+** when the total value is not positive. */
+KVL_EXPORT double KVL_API KVLbradydur(const double* coupons, int32_t n_coupons,
+                                      const int32_t* dates, int32_t n_dates, int32_t settlement,
+                                      double guarantee_rate, double collateral_yield,
+                                      double stripped_yield, const int32_t* guaranteed,
+                                      const int32_t* collateral, const int32_t* dated_date,
+                                      const int32_t* first_coupon, const int32_t* type,
+                                      const int32_t* frequency, int32_t n_frequency,
+                                      const double* redemption, const double* coupon_tax,
+                                      const int32_t* yield_method, const int32_t* bd_flags,
+                                      const int32_t* holidays, int32_t n_holidays,
+                                      const double* factor, const int32_t* sink_dates,
+                                      int32_t n_sink, const int32_t* sink_ends,
+                                      int32_t n_sink_ends, const double* sink_amounts,
+                                      const double* sink_premium, const int32_t* exdiv_days,
+                                      int32_t* error);
+
 /* ---- end of Brady bonds ---- */
 
 
