@@ -203,8 +203,10 @@ int32_t setup_amortisation(const bond_args& a, bond_desc& desc) noexcept {
     desc.factor = factor == 1.0 ? outstanding_factor(desc, desc.settlement) : factor;
   }
 
-  // A bond fully repaid by settlement has nothing left to price.
-  if (!(desc.factor > 0.0)) {
+  // A bond fully repaid by settlement has nothing left to price; an
+  // outstanding fraction below one part in a billion is rounding dust, and
+  // quoting on it would overflow the price per outstanding face.
+  if (!(desc.factor >= 1e-9)) {
     free_schedule(desc);
     desc.amort_kind = kNoAmortisation;
     return 1;

@@ -62,3 +62,29 @@ TEST(PriceOverflow, OrdinaryBondUnaffected) {
 }
 
 }  // namespace
+
+// Accrued interest of an absurd coupon: -7.6e307 a year accrues to an
+// infinity per 100, which set-up refuses as an invalid description.
+TEST(PriceOverflow, AbsurdCouponAccruesNoInfinity) {
+  const double coupon = -7.6e307;
+  int32_t type = 200, error = 0;
+  const double ai = KVLbai(&coupon, 1, &kMaturity, 1, kSettlement, nullptr, nullptr, &type,
+                           nullptr, 0, nullptr, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr,
+                           nullptr, &error);
+  EXPECT_EQ(ai, -1.0);
+  EXPECT_EQ(error, 1);
+}
+
+// A scheduled sinking fund whose outstanding fraction is a denormal: quoting
+// per outstanding face would divide by it, so the bond counts as repaid.
+TEST(PriceOverflow, DenormalOutstandingFactorIsRepaid) {
+  const double coupon = 0.05, factor = 1.3813695267487486e-312, amount = 0.5;
+  const int32_t sink = serial(2028, 11, 15);
+  int32_t type = 0, error = 0;
+  const double p = KVLbpr(&coupon, 1, &kMaturity, 1, kSettlement, 0.045, nullptr, nullptr, &type,
+                          nullptr, 0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                          nullptr, nullptr, 0, &factor, &sink, 1, nullptr, 0, &amount, nullptr,
+                          nullptr, &error);
+  EXPECT_EQ(error, 1);
+  EXPECT_EQ(p, -1.0);
+}
