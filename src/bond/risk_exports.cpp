@@ -113,7 +113,12 @@ extern "C" KVL_EXPORT double KVL_API KVLbvalbp(
   // Per 100 of outstanding face for an amortising bond.
   if (call.desc().price_factor_flag) d /= call.desc().price_factor;
   d *= sens.ratio;
-  return -d / s;
+  const double value = -d / s;
+  if (!std::isfinite(value)) {  // a denormal outstanding factor or scale
+    err = 1;
+    return kAfterSetupFailure;
+  }
+  return value;
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbval32(

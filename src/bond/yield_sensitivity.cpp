@@ -28,6 +28,11 @@ int32_t yield_sensitivity(double yield, const engine::bond_desc& desc, bool want
   out.price = engine::price_from_yield(y, desc, &out.first, want_second ? &out.second : nullptr,
                                        &err);
   if (err != 0) return err;
+  // A bond settling on its maturity date, or extreme inputs, can leave the
+  // derivatives undefined: no measure can be formed from them.
+  if (!std::isfinite(out.price) || !std::isfinite(out.first) || !std::isfinite(out.second) ||
+      !std::isfinite(out.ratio))
+    return 1;
   const double accrued = desc.price_factor_flag ? desc.accrued * desc.price_factor : desc.accrued;
   out.dirty = out.price * 0.01 + accrued;
   return 0;

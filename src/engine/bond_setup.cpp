@@ -431,6 +431,10 @@ void apply_ex_dividend(bond_desc& d) noexcept {
 
 }  // namespace
 
+namespace {
+constexpr double kAbsurdAmount = 1e100;  // fractions of face
+}  // namespace
+
 int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
   std::construct_at(&desc);  // in place: the record is large
   desc.settlement = args.settlement;
@@ -460,8 +464,9 @@ int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
   apply_ex_dividend(desc);
   if (desc.type == 220) desc.accrued = std::floor(desc.accrued * 100000.0 + 0.5) * 1e-5;
   // Absurd but finite inputs (a coupon of 1e308) must not turn into infinite
-  // amounts downstream: such a bond is not a valid description.
-  if (!std::isfinite(desc.accrued) || !std::isfinite(desc.full_coupon)) {
+  // amounts downstream: such a bond is not a valid description. No real bond
+  // pays or accrues anywhere near 1e100 times its face.
+  if (!(std::fabs(desc.accrued) < kAbsurdAmount) || !(std::fabs(desc.full_coupon) < kAbsurdAmount)) {
     bond_release(desc);
     return 1;
   }

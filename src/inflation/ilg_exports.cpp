@@ -51,6 +51,10 @@ double ilg_price(const IlgArgs& args, double yield, int32_t* error) noexcept {
     return -1.0;
   }
   const double price = kbond::inflation::ilg_clean_price(desc, yield, &err);
+  if (err == 0 && !std::isfinite(price)) {  // an index ratio too large for a double
+    set_error(error, 1);
+    return -1.0;
+  }
   set_error(error, err != 0 ? 1 : 0);
   return price;  // on failure the valuation's own failure value (-100 or -1)
 }

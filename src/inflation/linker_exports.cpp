@@ -4,6 +4,7 @@
 
 #include "k_bond.h"
 #include "engine/safe_math.h"
+#include "engine/cashflow_release.h"
 #include "inflation/cashflow_columns.h"
 #include "inflation/linker_flows.h"
 #include "inflation/linker_valuation.h"
@@ -122,11 +123,19 @@ int32_t linker_cashflow_export(const LinkerFamily& family, const LinkerArgs& arg
     return 0;
   }
   int32_t row = 0;
+  bool finite = true;
   const double redemption = visit_linker_flows(desc, [&](int32_t date, double amount, double) {
+    finite = finite && std::isfinite(amount * 100.0);
     if (columns.dates != nullptr) columns.dates[row] = date;
     if (columns.amounts != nullptr) columns.amounts[row] = amount * 100.0;
     ++row;
   });
+  // Inflation projected over millennia overflows: no table rather than infinities.
+  if (!finite || !std::isfinite(redemption * 100.0)) {
+    engine::release_cashflow_columns(columns.dates, columns.amounts);
+    set_error(error, 1);
+    return 0;
+  }
   if (columns.amounts != nullptr) columns.amounts[rows - 1] += redemption * 100.0;
   if (dates_out != nullptr) *dates_out = columns.dates;
   if (amounts_out != nullptr) *amounts_out = columns.amounts;
