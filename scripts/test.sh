@@ -14,10 +14,8 @@ ctest --test-dir build/asan --output-on-failure -j"$jobs"
 
 cmake -S . -B build/tsan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
       -DKBOND_SANITIZE=thread -DKBOND_BUILD_BENCH=OFF -DKBOND_WERROR=ON >/dev/null
-if cmake --build build/tsan --target help | grep -q kbond_concurrency_tests; then
-  cmake --build build/tsan -j"$jobs" --target kbond_concurrency_tests
-  TSAN_OPTIONS="halt_on_error=1" ctest --test-dir build/tsan -L concurrency --output-on-failure
-fi
+cmake --build build/tsan -j"$jobs" --target kbond_concurrency_tests
+TSAN_OPTIONS="halt_on_error=1" ctest --test-dir build/tsan -L concurrency --output-on-failure
 
 # Windows DLLs: mingw-w64 cross-builds for 32- and 64-bit, export tables checked
 # against the header, loading tests under wine64 (skipped when mingw-w64 is missing).
