@@ -66,6 +66,34 @@ double risk_measure(const NoteCall& call, const ValuationArgs& args, const RiskR
 
 }  // namespace
 
+namespace {
+
+// The value of a basis point and of a 32nd differ only by the default
+// divisor (100 and 32): one body serves both.
+double value_per_divisor(int32_t type, const double* rates, const int32_t* rate_dates,
+                         int32_t rate_count, int32_t maturity, int32_t settlement, double yield,
+                         const int32_t* previous_coupon, const int32_t* coupon_dates,
+                         int32_t coupon_count, const int32_t* day_count, const int32_t* frequency,
+                         const double* redemption, const double* income_tax,
+                         const double* gain_tax, const int32_t* holding, const double* divisor,
+                         double default_divisor, const int32_t* pay_on_business_day,
+                         const int32_t* adjustment_code, const int32_t* holiday_options,
+                         const int32_t* holidays, int32_t holiday_count, int32_t* error) noexcept {
+  int32_t local = 0;
+  int32_t& err = error ? *error : local;
+  err = 0;
+  const NoteCall call = kbond::frn::make_note_call(
+      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
+      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
+      holidays, holiday_count);
+  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
+  const RiskRequest request{Measure::kPerDivisor, yield, nullptr, frequency, divisor,
+                            default_divisor};
+  return risk_measure(call, args, request, err);
+}
+
+}  // namespace
+
 extern "C" {
 
 KVL_EXPORT double KVL_API KVLtfrndur(int32_t type, const double* rates, const int32_t* rate_dates,
@@ -154,16 +182,11 @@ KVL_EXPORT double KVL_API KVLtfrnvalbp(int32_t type, const double* rates, const 
                                        const int32_t* adjustment_code,
                                        const int32_t* holiday_options, const int32_t* holidays,
                                        int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
-  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  const RiskRequest request{Measure::kPerDivisor, yield, nullptr, frequency, divisor, 100.0};
-  return risk_measure(call, args, request, err);
+  return value_per_divisor(type, rates, rate_dates, rate_count, maturity, settlement, yield,
+                           previous_coupon, coupon_dates, coupon_count, day_count, frequency,
+                           redemption, income_tax, gain_tax, holding, divisor, 100.0,
+                           pay_on_business_day, adjustment_code, holiday_options, holidays,
+                           holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnvalbp(const double* rates, const int32_t* rate_dates, int32_t rate_count,
@@ -193,16 +216,11 @@ KVL_EXPORT double KVL_API KVLtfrnval32(int32_t type, const double* rates, const 
                                        const int32_t* adjustment_code,
                                        const int32_t* holiday_options, const int32_t* holidays,
                                        int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
-  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  const RiskRequest request{Measure::kPerDivisor, yield, nullptr, frequency, divisor, 32.0};
-  return risk_measure(call, args, request, err);
+  return value_per_divisor(type, rates, rate_dates, rate_count, maturity, settlement, yield,
+                           previous_coupon, coupon_dates, coupon_count, day_count, frequency,
+                           redemption, income_tax, gain_tax, holding, divisor, 32.0,
+                           pay_on_business_day, adjustment_code, holiday_options, holidays,
+                           holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnval32(const double* rates, const int32_t* rate_dates, int32_t rate_count,
