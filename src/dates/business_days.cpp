@@ -12,6 +12,10 @@
 namespace kbond::dates {
 namespace {
 
+// Positive dates below this bound move a few days by arithmetic without
+// overflowing.
+constexpr int32_t kFarFromLimits = 1000000000;
+
 bool has_list(const BusinessCalendar& cal) { return cal.holidays != nullptr && cal.count > 0; }
 
 bool is_holiday(int32_t date, const BusinessCalendar& cal) {
@@ -112,6 +116,15 @@ int32_t add_business_days(int32_t date, int32_t n, const BusinessCalendar& cal) 
                                       : working_holidays_between(jumped, date - 1, cal);
     remaining = remaining - weeks * days_per_week + holidays;
     date = jumped;  // a holiday here is among those counted, so walking on is right
+  }
+  if (remaining > 0 && !has_list(cal) && !cal.sat_works && !cal.sun_works &&
+      date > 0 && date < kFarFromLimits) {
+    // Monday to Friday without holidays: fewer than five days remain, so the
+    // walk crosses at most one weekend.
+    const int32_t r = static_cast<int32_t>(remaining);
+    const int32_t weekday = weekday_of(date) - kMonday;  // 0 Monday .. 4 Friday
+    if (step > 0) return date + r + (weekday + r > 4 ? 2 : 0);
+    return date - r - (r > weekday ? 2 : 0);
   }
   for (; remaining > 0; --remaining) {
     date = step_business_day(date, step, cal);

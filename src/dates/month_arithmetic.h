@@ -46,6 +46,12 @@ class MonthSchedule {
   int32_t date(int32_t j) const noexcept;
   // As schedule_date(date, k, months_per_period, reference, eom_flag, index).
   int32_t around(int32_t date, int32_t k, int32_t* index) const noexcept;
+  // The reference date split into its fields (zeros when it is invalid).
+  const SplitDate& reference() const noexcept { return split_reference_; }
+  // Changes the end-of-month flag the schedule was built with.
+  void set_eom(int32_t eom_flag) noexcept {
+    eom_ = (eom_flag && reference_ok_ && split_reference_.month_end) ? 1 : 0;
+  }
 
  private:
   int32_t reference_;

@@ -12,6 +12,7 @@
 #include <cstdint>
 
 #include "dates/business_days.h"
+#include "engine/catalogue.h"
 
 namespace kbond::engine {
 
@@ -59,6 +60,7 @@ enum AmortisationKind : int32_t { kNoAmortisation = 0, kEqualAmortisation = 1, k
 
 struct bond_desc {
   int32_t type = 0;               // base bond type code
+  BondTypeRef conventions;        // the type's catalogue row or custom slot
   int32_t accrual_basis = 0;      // accrued-interest day count
   int32_t frequency = 2;          // coupons per year
   int32_t months_per_period = 6;

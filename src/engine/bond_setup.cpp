@@ -97,11 +97,12 @@ bool read_coupons(const bond_args& a, bond_desc& d) noexcept {
 bool read_type(const bond_args& a, bond_desc& d) noexcept {
   d.type = 0;
   d.eom = 1;
+  const int32_t code = a.type ? apply_danish_rule(*a.type, a.settlement) : 0;
+  d.conventions = bond_type_ref(code);
   if (a.type) {
-    const int32_t code = apply_danish_rule(*a.type, a.settlement);
-    d.type = bond_type_base(code);
+    d.type = bond_type_base(code, d.conventions);
     if (d.type < 0) return false;
-    d.eom = bond_type_eom_default(code) ? 1 : 0;
+    d.eom = bond_type_eom_default(code, d.conventions) ? 1 : 0;
   }
   if (a.eom) d.eom = *a.eom ? 1 : 0;
   return true;
@@ -109,7 +110,7 @@ bool read_type(const bond_args& a, bond_desc& d) noexcept {
 
 bool read_frequency(const bond_args& a, bond_desc& d) noexcept {
   const int32_t given = a.n_frequency > 0 ? a.frequency[0] : 0;
-  d.frequency = given != 0 ? given : bond_type_frequency(d.type);
+  d.frequency = given != 0 ? given : bond_type_frequency(d.conventions);
   if (!valid_frequency(d.frequency)) return false;
   d.months_per_period = 12 / d.frequency;
   return true;
@@ -125,12 +126,10 @@ int32_t maturity_anchor(const bond_desc& d) noexcept {
 
 // A grid anchored on the 31st follows month ends; one anchored inside a
 // month does not; a month end before the 31st keeps the type's rule.
-void decide_eom_from_anchor(bond_desc& d) noexcept {
-  int32_t day = 0, month = 0, year = 0;
-  dates::serial_to_date(d.anchor, &day, &month, &year);
-  if (day == 31) {
+void decide_eom_from_anchor(bond_desc& d, const dates::SplitDate& anchor) noexcept {
+  if (anchor.day == 31) {
     d.eom = 1;
-  } else if (day != dates::days_in_month(month, year)) {
+  } else if (!anchor.month_end) {
     d.eom = 0;
   }
 }
@@ -159,15 +158,16 @@ bool read_odd_dates(const bond_args& a, const bond_desc& d, OddDates* odd) noexc
 }
 
 // The grid runs through a given first coupon, else through maturity.
-void place_anchor(bond_desc& d, const OddDates& odd) noexcept {
-  if (odd.first != 0) {
-    d.anchor = odd.first;
-    decide_eom_from_anchor(d);
-  } else {
-    d.anchor = maturity_anchor(d);
-    // A derived JGB grid keeps the type's rule.
-    if (odd.dated != 0 || d.type != 200) decide_eom_from_anchor(d);
+// Returns the grid with the end-of-month rule that the anchor settles.
+dates::MonthSchedule place_anchor(bond_desc& d, const OddDates& odd) noexcept {
+  d.anchor = odd.first != 0 ? odd.first : maturity_anchor(d);
+  dates::MonthSchedule grid(d.anchor, d.months_per_period, d.eom);
+  // A derived JGB grid keeps the type's rule.
+  if (odd.first != 0 || odd.dated != 0 || d.type != 200) {
+    decide_eom_from_anchor(d, grid.reference());
+    grid.set_eom(d.eom);
   }
+  return grid;
 }
 
 // Where settlement falls on the coupon grid: the grid date on or before it,
@@ -191,16 +191,20 @@ int32_t floor_div(int32_t a, int32_t b) noexcept {
   return (a % b != 0 && a < 0) ? q - 1 : q;
 }
 
-// A derived first coupon: the anniversary of the anchor on or before the
-// derivation start. Periods divide the year, so the anniversaries are the
-// grid dates whose index is a multiple of the frequency, and when the
-// derivation starts at settlement the settlement's index gives it directly.
-int32_t derived_first_coupon(const bond_args& a, const bond_desc& d,
-                             const dates::MonthSchedule& grid,
-                             const SettlementOnGrid& at) noexcept {
+// The grid index of a derived first coupon: the anniversary of the anchor
+// on or before the derivation start. Periods divide the year, so the
+// anniversaries are the grid dates whose index is a multiple of the
+// frequency, and when the derivation starts at settlement the settlement's
+// index gives it directly.
+int32_t derived_first_index(const bond_args& a, const bond_desc& d,
+                            const SettlementOnGrid& at) noexcept {
   const int32_t start = derivation_start(a, d);
-  if (start != d.settlement) return dates::schedule_date(start, 0, 12, d.anchor, d.eom, nullptr);
-  return grid.date(floor_div(at.index, d.frequency) * d.frequency);
+  int32_t years = 0;
+  if (start != d.settlement) {
+    dates::schedule_date(start, 0, 12, d.anchor, d.eom, &years);
+    return years * d.frequency;
+  }
+  return floor_div(at.index, d.frequency) * d.frequency;
 }
 
 // Dated date and first coupon; derived ones lie on the grid.
@@ -217,9 +221,15 @@ bool place_dated_and_first(const bond_args& a, bond_desc& d, const OddDates& odd
     dated = dates::add_months(first, -d.months_per_period, d.eom);
     if (dated > d.settlement) dated = d.settlement;
   } else {
-    first = derived_first_coupon(a, d, grid, at);
-    if (first > d.maturity - kFirstCouponMargin) first = d.maturity;
-    dated = dates::add_months(first, -d.months_per_period, d.eom);
+    // Both derived: a regular period on the grid before the first coupon.
+    const int32_t k = derived_first_index(a, d, at);
+    first = grid.date(k);
+    if (first > d.maturity - kFirstCouponMargin) {
+      first = d.maturity;
+      dated = dates::add_months(first, -d.months_per_period, d.eom);
+    } else {
+      dated = grid.date(k - 1);
+    }
   }
   d.dated_date = dated;
   d.first_coupon = first;
@@ -261,8 +271,7 @@ bool place_settlement(bond_desc& d, const dates::MonthSchedule& grid, const Sett
 bool place_coupon_grid(const bond_args& a, bond_desc& d, int32_t* grid_index) noexcept {
   OddDates odd;
   if (!read_odd_dates(a, d, &odd)) return false;
-  place_anchor(d, odd);
-  const dates::MonthSchedule grid(d.anchor, d.months_per_period, d.eom);
+  const dates::MonthSchedule grid = place_anchor(d, odd);
   const SettlementOnGrid at = locate_settlement(d, grid);
   return place_dated_and_first(a, d, odd, grid, at) && place_settlement(d, grid, at, grid_index);
 }
@@ -306,7 +315,12 @@ bool read_redemption_and_taxes(const bond_args& a, bond_desc& d) noexcept {
   return d.redemption >= 0.0 && d.issue_price >= 0.0;
 }
 
+// The tax horizon splits taxed income from taxed gain: it is placed only
+// when a tax is in force (0 otherwise), and a given one is checked always.
 bool place_horizon(const bond_args& a, bond_desc& d) noexcept {
+  d.horizon_date = 0;
+  if (a.horizon && *a.horizon < 0) return false;
+  if (d.coupon_tax == 0.0 && d.discount_tax == 0.0) return true;
   if (!a.horizon) {
     d.horizon_date = dates::add_months(d.settlement, kDefaultHorizonMonths, 1);
     return true;
@@ -368,7 +382,10 @@ void read_method_and_calendar(const bond_args& a, bond_desc& d) noexcept {
 void substitute_single_period(bond_desc& d) noexcept {
   if (d.remaining_periods() != 1) return;
   const int32_t type = d.type;
-  if (type == 22) d.type = 20;
+  if (type == 22) {
+    d.type = 20;
+    d.conventions = bond_type_ref(20);
+  }
   if (type == 22 || type == 220 || type == 380) d.accrual_basis = 5;
 }
 
@@ -414,9 +431,9 @@ void apply_ex_dividend(bond_desc& d) noexcept {
     CustomType override_record{};
     override_record.name = "ex-dividend override";
     override_record.exdiv_days = d.exdiv_days;
-    exdiv_date = bond_type_exdiv_date(d.next_coupon, d.type, d.calendar(), &override_record);
+    exdiv_date = bond_type_exdiv_date(d.next_coupon, d.conventions, d.calendar(), &override_record);
   } else {
-    exdiv_date = bond_type_exdiv_date(d.next_coupon, d.type, d.calendar(), nullptr);
+    exdiv_date = bond_type_exdiv_date(d.next_coupon, d.conventions, d.calendar(), nullptr);
   }
   d.exdiv = d.settlement >= exdiv_date ? 1 : 0;
   if (!d.exdiv) return;
@@ -445,7 +462,7 @@ int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
   count_periods(desc, grid_index);
 
   desc.accrual_basis =
-      bond_type_accrual_basis(desc.type, desc.settlement, desc.period_start, desc.eom);
+      bond_type_accrual_basis(desc.conventions, desc.settlement, desc.period_start, desc.eom);
   if (desc.accrual_basis < 0 || !read_redemption_and_taxes(args, desc) ||
       !place_horizon(args, desc))
     return 1;
@@ -470,7 +487,7 @@ int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
     bond_release(desc);
     return 1;
   }
-  desc.simple_final = bond_type_simple_final(desc.yield_method_arg, desc.type);
+  desc.simple_final = bond_type_simple_final(desc.yield_method_arg, desc.conventions);
 
   desc.price_factor_flag = desc.amort_kind != kNoAmortisation ? 1 : 0;
   desc.price_factor = desc.factor;

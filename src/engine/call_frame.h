@@ -97,7 +97,7 @@ double with_bond(const bond_args& args, int32_t* error, double failure_value,
 // the coupon frequency and more than one cash-flow period remains (a yield
 // over a single period is the same at any compounding); 0 otherwise.
 inline int32_t yield_quotation_frequency(const bond_desc& desc) noexcept {
-  const int32_t q = bond_type_annual_yield(desc.type, desc.yield_method_arg);
+  const int32_t q = bond_type_annual_yield(desc.conventions, desc.yield_method_arg);
   return (q != 0 && q != desc.frequency && desc.remaining_periods() > 1) ? q : 0;
 }
 

@@ -61,42 +61,49 @@ int32_t bond_type_name(int32_t code, const char** name) noexcept {
   return base;
 }
 
-int32_t bond_type_base(int32_t code) noexcept {
-  if (const CatalogueRow* row = catalogue_row(code)) return row->code;
-  return custom_type(code) ? code : -1;
+BondTypeRef bond_type_ref(int32_t code) noexcept {
+  BondTypeRef type;
+  type.row = catalogue_row(code);
+  if (!type.row) type.custom = custom_type(code);
+  return type;
 }
 
-int32_t bond_type_eom_default(int32_t code) noexcept {
-  if (const CatalogueRow* row = catalogue_row(code)) return code == row->eom_code ? 1 : 0;
-  if (const CustomType* slot = custom_type(code)) return slot->eom;
-  return 0;
+int32_t bond_type_base(int32_t code, const BondTypeRef& type) noexcept {
+  if (type.row) return type.row->code;
+  return type.custom ? code : -1;
 }
 
-int32_t bond_type_frequency(int32_t base) noexcept {
-  if (const CatalogueRow* row = catalogue_row(base)) return row->frequency;
-  if (const CustomType* slot = custom_type(base)) return slot->frequency;
+int32_t bond_type_eom_default(int32_t code, const BondTypeRef& type) noexcept {
+  if (type.row) return code == type.row->eom_code ? 1 : 0;
+  return type.custom ? type.custom->eom : 0;
+}
+
+int32_t bond_type_frequency(const BondTypeRef& type) noexcept {
+  if (type.row) return type.row->frequency;
+  return type.custom ? type.custom->frequency : -1;
+}
+
+int32_t bond_type_accrual_basis(const BondTypeRef& type, int32_t settlement,
+                                int32_t period_start, int32_t eom) noexcept {
+  if (type.row) return with_month_end_rule(resolve(type.row->accrual, settlement, period_start), eom);
+  if (type.custom) return with_month_end_rule(type.custom->accrual_basis, eom);
   return -1;
 }
 
-int32_t bond_type_accrual_basis(int32_t base, int32_t settlement, int32_t period_start,
-                                int32_t eom) noexcept {
-  if (const CatalogueRow* row = catalogue_row(base))
-    return with_month_end_rule(resolve(row->accrual, settlement, period_start), eom);
-  if (const CustomType* slot = custom_type(base)) return with_month_end_rule(slot->accrual_basis, eom);
-  return -1;
-}
-
-int32_t bond_type_exdiv_basis(int32_t base, int32_t period_start, int32_t accrual_basis) noexcept {
-  if (const CatalogueRow* row = catalogue_row(base)) {
-    if (row->exdiv_basis.current == kSameAsAccrual) return accrual_basis;
-    return resolve(row->exdiv_basis, 0, period_start);
+int32_t bond_type_exdiv_basis(const BondTypeRef& type, int32_t period_start,
+                              int32_t accrual_basis) noexcept {
+  if (type.row) {
+    if (type.row->exdiv_basis.current == kSameAsAccrual) return accrual_basis;
+    return resolve(type.row->exdiv_basis, 0, period_start);
   }
-  if (const CustomType* slot = custom_type(base))
-    return (slot->exdiv_basis == 1 && accrual_basis == 7) ? 7 : slot->exdiv_basis;
+  if (type.custom) {
+    const int32_t basis = type.custom->exdiv_basis;
+    return (basis == 1 && accrual_basis == 7) ? 7 : basis;
+  }
   return accrual_basis;
 }
 
-int32_t bond_type_yield_method(int32_t base, int32_t yield_method_arg) noexcept {
+int32_t bond_type_yield_method(const BondTypeRef& type, int32_t yield_method_arg) noexcept {
   // A negative argument names the method outright.
   switch (yield_method_arg) {
     case -6:
@@ -107,26 +114,54 @@ int32_t bond_type_yield_method(int32_t base, int32_t yield_method_arg) noexcept 
     case -5: return 4;
     default: break;
   }
-  if (const CatalogueRow* row = catalogue_row(base)) return row->yield_method;
-  if (const CustomType* slot = custom_type(base)) return slot->yield_method;
-  return 0;
+  if (type.row) return type.row->yield_method;
+  return type.custom ? type.custom->yield_method : 0;
+}
+
+int32_t bond_type_annual_yield(const BondTypeRef& type, int32_t yield_method_arg) noexcept {
+  // Quoting at another compounding frequency only applies to compound yields.
+  if (bond_type_yield_method(type, yield_method_arg) != 0) return 0;
+  if (type.row) return type.row->annual_yield;
+  return type.custom ? type.custom->yield_frequency : 0;
+}
+
+int32_t bond_type_simple_final(int32_t yield_method_arg, const BondTypeRef& type) noexcept {
+  if (type.row) {
+    if (type.row->simple_final == SimpleFinal::kWhenAsked) return yield_method_arg == 1 ? 1 : 0;
+    return static_cast<int32_t>(type.row->simple_final);
+  }
+  return type.custom ? type.custom->simple_final : 1;
+}
+
+int32_t bond_type_base(int32_t code) noexcept { return bond_type_base(code, bond_type_ref(code)); }
+
+int32_t bond_type_eom_default(int32_t code) noexcept {
+  return bond_type_eom_default(code, bond_type_ref(code));
+}
+
+int32_t bond_type_frequency(int32_t base) noexcept {
+  return bond_type_frequency(bond_type_ref(base));
+}
+
+int32_t bond_type_accrual_basis(int32_t base, int32_t settlement, int32_t period_start,
+                                int32_t eom) noexcept {
+  return bond_type_accrual_basis(bond_type_ref(base), settlement, period_start, eom);
+}
+
+int32_t bond_type_exdiv_basis(int32_t base, int32_t period_start, int32_t accrual_basis) noexcept {
+  return bond_type_exdiv_basis(bond_type_ref(base), period_start, accrual_basis);
+}
+
+int32_t bond_type_yield_method(int32_t base, int32_t yield_method_arg) noexcept {
+  return bond_type_yield_method(bond_type_ref(base), yield_method_arg);
 }
 
 int32_t bond_type_annual_yield(int32_t base, int32_t yield_method_arg) noexcept {
-  // Quoting at another compounding frequency only applies to compound yields.
-  if (bond_type_yield_method(base, yield_method_arg) != 0) return 0;
-  if (const CatalogueRow* row = catalogue_row(base)) return row->annual_yield;
-  if (const CustomType* slot = custom_type(base)) return slot->yield_frequency;
-  return 0;
+  return bond_type_annual_yield(bond_type_ref(base), yield_method_arg);
 }
 
 int32_t bond_type_simple_final(int32_t yield_method_arg, int32_t base) noexcept {
-  if (const CatalogueRow* row = catalogue_row(base)) {
-    if (row->simple_final == SimpleFinal::kWhenAsked) return yield_method_arg == 1 ? 1 : 0;
-    return static_cast<int32_t>(row->simple_final);
-  }
-  if (const CustomType* slot = custom_type(base)) return slot->simple_final;
-  return 1;
+  return bond_type_simple_final(yield_method_arg, bond_type_ref(base));
 }
 
 int32_t bond_type_mm_basis(int32_t base, int32_t settlement) noexcept {

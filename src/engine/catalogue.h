@@ -21,10 +21,37 @@
 
 namespace kbond::engine {
 
+struct CatalogueRow;
+
 inline constexpr int32_t kSerial1Nov1998 = 36099;
 inline constexpr int32_t kSerial1Jan1999 = 36160;
 inline constexpr int32_t kSerial10May1999 = 36289;
 inline constexpr int32_t kSerial8Feb2001 = 36929;
+
+// A type code looked up once: its catalogue row, or its custom slot (both
+// null for an unknown code). A bond's set-up resolves its type once and
+// hands the reference to the rules below instead of the code.
+struct BondTypeRef {
+  const CatalogueRow* row = nullptr;
+  const CustomType* custom = nullptr;
+  bool known() const noexcept { return row != nullptr || custom != nullptr; }
+};
+BondTypeRef bond_type_ref(int32_t code) noexcept;
+
+// The rules on a resolved type (the code forms below resolve and call these).
+int32_t bond_type_base(int32_t code, const BondTypeRef& type) noexcept;
+int32_t bond_type_eom_default(int32_t code, const BondTypeRef& type) noexcept;
+int32_t bond_type_frequency(const BondTypeRef& type) noexcept;
+int32_t bond_type_accrual_basis(const BondTypeRef& type, int32_t settlement,
+                                int32_t period_start, int32_t eom) noexcept;
+int32_t bond_type_exdiv_basis(const BondTypeRef& type, int32_t period_start,
+                              int32_t accrual_basis) noexcept;
+int32_t bond_type_annual_yield(const BondTypeRef& type, int32_t yield_method_arg) noexcept;
+int32_t bond_type_simple_final(int32_t yield_method_arg, const BondTypeRef& type) noexcept;
+int32_t bond_type_yield_method(const BondTypeRef& type, int32_t yield_method_arg) noexcept;
+int32_t bond_type_exdiv_date(int32_t coupon_date, const BondTypeRef& type,
+                             const dates::BusinessCalendar& cal,
+                             const CustomType* override_record) noexcept;
 
 // Base code of `code` and its name; -1 and "unknown bond" when unknown.
 int32_t bond_type_name(int32_t code, const char** name) noexcept;

@@ -30,7 +30,7 @@ int32_t grid_after(const bond_desc& desc, int32_t d, int32_t* index) noexcept {
 }
 
 int32_t coupon_day_count(const bond_desc& desc) noexcept {
-  return bond_type_exdiv_basis(desc.type, desc.period_start, desc.accrual_basis);
+  return bond_type_exdiv_basis(desc.conventions, desc.period_start, desc.accrual_basis);
 }
 
 int32_t discount_day_count(const bond_desc& desc) noexcept {

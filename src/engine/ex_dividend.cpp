@@ -80,8 +80,16 @@ int32_t bond_type_exdiv_date(int32_t coupon_date, int32_t base, const BusinessCa
                              const CustomType* override_record) noexcept {
   if (coupon_date <= 0) return coupon_date;
   if (override_record) return custom_exdiv(coupon_date, override_record->exdiv_days, cal);
-  if (const CatalogueRow* row = catalogue_row(base)) return market_exdiv(coupon_date, *row, cal);
-  if (const CustomType* slot = custom_type(base)) return custom_exdiv(coupon_date, slot->exdiv_days, cal);
+  return bond_type_exdiv_date(coupon_date, bond_type_ref(base), cal, nullptr);
+}
+
+int32_t bond_type_exdiv_date(int32_t coupon_date, const BondTypeRef& type,
+                             const BusinessCalendar& cal,
+                             const CustomType* override_record) noexcept {
+  if (coupon_date <= 0) return coupon_date;
+  if (override_record) return custom_exdiv(coupon_date, override_record->exdiv_days, cal);
+  if (type.row) return market_exdiv(coupon_date, *type.row, cal);
+  if (type.custom) return custom_exdiv(coupon_date, type.custom->exdiv_days, cal);
   return coupon_date;
 }
 

@@ -402,6 +402,10 @@ TEST(BondSetupTaxes, HorizonInMonthsOrDays) {
   Bullet b(0.05, ymd(2030, 3, 10), ymd(2025, 1, 31), &type);
   bond_desc d;
   ASSERT_EQ(bond_setup(b.args, d), 0);
+  EXPECT_EQ(d.horizon_date, 0);  // no tax in force: no horizon to split income from gain
+  const double tax = 0.3;
+  b.args.coupon_tax = &tax;
+  ASSERT_EQ(bond_setup(b.args, d), 0);
   EXPECT_EQ(d.horizon_date, ymd(2026, 1, 31));  // 12 months by default
   int32_t horizon = 1;
   b.args.horizon = &horizon;

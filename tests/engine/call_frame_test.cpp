@@ -80,6 +80,7 @@ TEST(CallFramePriceRounding, EachMarketsQuotation) {
 TEST(CallFrameYieldQuotation, AnnualQuotesConvertOnlyWithMoreThanOnePeriod) {
   bond_desc d;
   d.type = 242;  // Eurobond, yields quoted annually
+  d.conventions = bond_type_ref(242);
   d.frequency = 2;
   d.whole_periods = 4;
   int32_t err = -1;
@@ -91,6 +92,7 @@ TEST(CallFrameYieldQuotation, AnnualQuotesConvertOnlyWithMoreThanOnePeriod) {
   d.partial_period = 1;
   EXPECT_EQ(coupon_yield_from_quoted(0.05, d, &err), 0.05);
   d.type = 0;
+  d.conventions = bond_type_ref(0);
   d.whole_periods = 4;
   EXPECT_EQ(coupon_yield_from_quoted(0.05, d, &err), 0.05);
 }

@@ -41,6 +41,7 @@ struct TestBond {
     step_dates[n_steps - 1] = maturity;
     bond_desc d;
     d.type = type;
+    d.conventions = bond_type_ref(type);
     d.accrual_basis = 0;
     d.frequency = frequency;
     d.months_per_period = 12 / frequency;
