@@ -19,13 +19,11 @@
 namespace kbond::dates {
 namespace {
 
-constexpr int32_t kMonthCacheFirstYear = 1950;
-constexpr int32_t kMonthCacheLastYear = 2069;
-constexpr int32_t kMonthCacheSize = (kMonthCacheLastYear - kMonthCacheFirstYear + 1) * 12;
-
-constexpr int32_t kSerialCacheFirst = 25000;  // 12 June 1968
-constexpr int32_t kSerialCacheLast = 57740;   // 31 January 2058
-constexpr int32_t kSerialCacheSize = kSerialCacheLast - kSerialCacheFirst + 1;
+constexpr int32_t kMonthCacheFirstYear = date_cache::kMonthFirstYear;
+constexpr int32_t kMonthCacheLastYear = date_cache::kMonthLastYear;
+constexpr int32_t kSerialCacheFirst = date_cache::kSerialFirst;
+constexpr int32_t kSerialCacheLast = date_cache::kSerialLast;
+using date_cache::kSerialFailed;
 
 // Days before each month in a common year, and month starts in a leap year
 // (a common year's day-of-year from 1 March on is shifted by one to use it).
@@ -37,14 +35,6 @@ constexpr int64_t kDaysPer400Years = 146097;
 constexpr int64_t kDaysPerLongCentury = 36525;  // a century starting with a leap year
 constexpr int64_t kDaysPerCentury = 36524;
 constexpr int64_t kDaysPer4Years = 1461;
-
-// Month cache entry: serial of day 0 of the month; 0 = not yet computed.
-std::atomic<int32_t> g_month_cache[kMonthCacheSize];
-
-// Serial cache entry: day (bits 0-4), month (bits 5-8), year (bits 9-31);
-// 0 = not yet computed, kSerialFailed = the serial is known not to convert.
-constexpr uint32_t kSerialFailed = 0xFFFFFFFFu;
-std::atomic<uint32_t> g_serial_cache[kSerialCacheSize];
 
 static_assert(std::atomic<int32_t>::is_always_lock_free);
 static_assert(std::atomic<uint32_t>::is_always_lock_free);
@@ -117,17 +107,23 @@ int raw_serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* ye
   return serial > kMaxSerial ? 1 : 0;
 }
 
+}  // namespace
+
+namespace date_cache {
+
+std::atomic<int32_t> month_day0[kMonthSize];
+std::atomic<uint32_t> serial_fields[kSerialSize];
+
 // Everything but a serial already in the cache: the first conversion of a
 // cached serial (which also remembers the rest of its month up to the 28th),
 // serials known not to convert, and serials outside the cached range (1
 // before 1600 with nothing written, 1 above kMaxSerial with the fields
-// written). Kept apart so that the cached look-up stays short.
-[[gnu::noinline]] int serial_to_date_slow(int32_t serial, int32_t* day, int32_t* month,
-                                          int32_t* year) {
+// written). Kept apart so that the inline cached look-up stays short.
+int serial_to_date_slow(int32_t serial, int32_t* day, int32_t* month, int32_t* year) noexcept {
   int32_t d = 0, m = 0, y = 0;
   int rc;
   if (serial >= kSerialCacheFirst && serial <= kSerialCacheLast) {
-    std::atomic<uint32_t>& entry = g_serial_cache[serial - kSerialCacheFirst];
+    std::atomic<uint32_t>& entry = serial_fields[serial - kSerialCacheFirst];
     if (entry.load(std::memory_order_relaxed) == kSerialFailed) return 1;
     rc = raw_serial_to_date(serial, &d, &m, &y);
     if (rc != 0) {
@@ -136,7 +132,7 @@ int raw_serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* ye
     }
     const int32_t last_day = d <= 28 ? 28 : d;
     for (int32_t k = d, s = serial; k <= last_day && s <= kSerialCacheLast; ++k, ++s)
-      g_serial_cache[s - kSerialCacheFirst].store(pack_date(k, m, y), std::memory_order_relaxed);
+      serial_fields[s - kSerialCacheFirst].store(pack_date(k, m, y), std::memory_order_relaxed);
   } else {
     if (serial < kMinConvertibleSerial) return 1;
     rc = raw_serial_to_date(serial, &d, &m, &y);
@@ -149,13 +145,13 @@ int raw_serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* ye
 
 // Everything but a month already in the month cache: two-digit years, months
 // not yet cached, years outside the cache and invalid months.
-[[gnu::noinline]] int32_t date_to_serial_slow(int32_t day, int32_t month, int32_t year) {
+int32_t date_to_serial_slow(int32_t day, int32_t month, int32_t year) noexcept {
   if (month < 1 || month > 12) return -1;
   if (year < 200) year += 1900;  // 0..99 -> 1900s, 100..199 -> 2000s
 
   int64_t serial;
   if (year >= kMonthCacheFirstYear && year <= kMonthCacheLastYear) {
-    std::atomic<int32_t>& entry = g_month_cache[month - 1 + 12 * (year - kMonthCacheFirstYear)];
+    std::atomic<int32_t>& entry = month_day0[month - 1 + 12 * (year - kMonthCacheFirstYear)];
     int32_t day0 = entry.load(std::memory_order_relaxed);
     if (day0 == 0) {
       day0 = static_cast<int32_t>(raw_date_to_serial(0, month, year));
@@ -170,38 +166,7 @@ int raw_serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* ye
   return static_cast<int32_t>(serial);
 }
 
-}  // namespace
-
-int32_t date_to_serial(int32_t day, int32_t month, int32_t year) noexcept {
-  if (month >= 1 && month <= 12 && year >= kMonthCacheFirstYear && year <= kMonthCacheLastYear) {
-    const int32_t day0 = g_month_cache[month - 1 + 12 * (year - kMonthCacheFirstYear)].load(
-        std::memory_order_relaxed);
-    if (day0 > 0) {
-      const int64_t serial = static_cast<int64_t>(day0) + day;
-      if (serial > kMaxSerial || serial < INT32_MIN + 1) return -1;
-      return static_cast<int32_t>(serial);
-    }
-  }
-  return date_to_serial_slow(day, month, year);
-}
-
-int serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* year) noexcept {
-  if (serial >= kSerialCacheFirst && serial <= kSerialCacheLast) {
-    const uint32_t cached =
-        g_serial_cache[serial - kSerialCacheFirst].load(std::memory_order_relaxed);
-    if (cached != 0 && cached != kSerialFailed) {
-      if (day) *day = static_cast<int32_t>(cached & 0x1Fu);
-      if (month) *month = static_cast<int32_t>((cached >> 5) & 0xFu);
-      if (year) *year = static_cast<int32_t>(cached >> 9);
-      return 0;
-    }
-  }
-  return serial_to_date_slow(serial, day, month, year);
-}
-
-int32_t weekday_of(int32_t serial) noexcept {
-  return static_cast<int32_t>((static_cast<int64_t>(serial) + 1) % 7) + 1;
-}
+}  // namespace date_cache
 
 int32_t days_in_year(int32_t year) noexcept { return is_leap_year(year) ? 366 : 365; }
 
@@ -218,8 +183,8 @@ int32_t end_of_month(int32_t serial) noexcept {
 }
 
 void forget_cached_dates() noexcept {
-  for (auto& e : g_month_cache) e.store(0, std::memory_order_relaxed);
-  for (auto& e : g_serial_cache) e.store(0, std::memory_order_relaxed);
+  for (auto& e : date_cache::month_day0) e.store(0, std::memory_order_relaxed);
+  for (auto& e : date_cache::serial_fields) e.store(0, std::memory_order_relaxed);
 }
 
 }  // namespace kbond::dates

@@ -11,6 +11,8 @@
 //   int32_t s = date_to_serial(15, 5, 2031);      // 15 May 2031
 //   int32_t d, m, y; serial_to_date(s, &d, &m, &y);
 #pragma once
+#include <atomic>
+#include <climits>
 #include <cstdint>
 
 namespace kbond::dates {
@@ -28,16 +30,65 @@ inline bool is_leap_year(int32_t year) noexcept {
   return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }
 
+// The two caches. Their look-ups are inline below, because the coupon
+// grids and day counts convert dates at every step; everything else about
+// them lives in date_serial.cpp.
+namespace date_cache {
+inline constexpr int32_t kMonthFirstYear = 1950;
+inline constexpr int32_t kMonthLastYear = 2069;
+inline constexpr int32_t kMonthSize = (kMonthLastYear - kMonthFirstYear + 1) * 12;
+inline constexpr int32_t kSerialFirst = 25000;  // 12 June 1968
+inline constexpr int32_t kSerialLast = 57740;   // 31 January 2058
+inline constexpr int32_t kSerialSize = kSerialLast - kSerialFirst + 1;
+// Serial cache entries: day (bits 0-4), month (bits 5-8), year (bits 9-31);
+// 0 = not yet computed, kSerialFailed = known not to convert.
+inline constexpr uint32_t kSerialFailed = 0xFFFFFFFFu;
+
+// Month cache entry: serial of day 0 of the month; 0 = not yet computed.
+extern std::atomic<int32_t> month_day0[kMonthSize];
+extern std::atomic<uint32_t> serial_fields[kSerialSize];
+
+int32_t date_to_serial_slow(int32_t day, int32_t month, int32_t year) noexcept;
+int serial_to_date_slow(int32_t serial, int32_t* day, int32_t* month, int32_t* year) noexcept;
+}  // namespace date_cache
+
 // Serial of day/month/year, or -1. Years below 200 have 1900 added. The day
 // is not checked against the month: day 0 is the last day of the previous
 // month and 31 February 2001 is 3 March 2001.
-int32_t date_to_serial(int32_t day, int32_t month, int32_t year) noexcept;
+inline int32_t date_to_serial(int32_t day, int32_t month, int32_t year) noexcept {
+  using namespace date_cache;
+  if (month >= 1 && month <= 12 && year >= kMonthFirstYear && year <= kMonthLastYear) {
+    const int32_t day0 =
+        month_day0[month - 1 + 12 * (year - kMonthFirstYear)].load(std::memory_order_relaxed);
+    if (day0 > 0) {
+      const int64_t serial = static_cast<int64_t>(day0) + day;
+      if (serial > kMaxSerial || serial < INT32_MIN + 1) return -1;
+      return static_cast<int32_t>(serial);
+    }
+  }
+  return date_to_serial_slow(day, month, year);
+}
 
 // Splits a serial; 0 on success, 1 on failure (before 1600 or after
 // kMaxSerial; above kMaxSerial the fields are still written).
-int serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* year) noexcept;
+inline int serial_to_date(int32_t serial, int32_t* day, int32_t* month, int32_t* year) noexcept {
+  using namespace date_cache;
+  if (serial >= kSerialFirst && serial <= kSerialLast) {
+    const uint32_t cached = serial_fields[serial - kSerialFirst].load(std::memory_order_relaxed);
+    if (cached != 0 && cached != kSerialFailed) {
+      if (day) *day = static_cast<int32_t>(cached & 0x1Fu);
+      if (month) *month = static_cast<int32_t>((cached >> 5) & 0xFu);
+      if (year) *year = static_cast<int32_t>(cached >> 9);
+      return 0;
+    }
+  }
+  return serial_to_date_slow(serial, day, month, year);
+}
 
-int32_t weekday_of(int32_t serial) noexcept;              // 1 = Saturday ... 7 = Friday
+// 1 = Saturday ... 7 = Friday.
+inline int32_t weekday_of(int32_t serial) noexcept {
+  return static_cast<int32_t>((static_cast<int64_t>(serial) + 1) % 7) + 1;
+}
 // 0 for a bad month. Inline: month arithmetic asks for it at every step.
 inline int32_t days_in_month(int32_t month, int32_t year) noexcept {
   switch (month) {

@@ -101,7 +101,7 @@ int32_t days_without_leap_day(int32_t start, int32_t end) {
 
 }  // namespace
 
-int32_t day_count(int32_t start, int32_t end, int32_t code, int32_t* error) noexcept {
+int32_t counted_days(int32_t start, int32_t end, int32_t code, int32_t* error) noexcept {
   if (error) *error = 0;
   const int32_t variant = thirty_360_variant(code);
   if (variant != 0) return thirty_360(start, end, variant);
@@ -111,16 +111,6 @@ int32_t day_count(int32_t start, int32_t end, int32_t code, int32_t* error) noex
     default:
       if (error) *error = 1;
       return end - start;
-  }
-}
-
-double year_basis(int32_t period_start, int32_t period_end, int32_t frequency,
-                  int32_t code) noexcept {
-  switch (code) {
-    case 0: return static_cast<double>(period_end - period_start) * frequency;
-    case 1: case 2: case 4: case 7: case 9: case 11: return 360.0;
-    case 3: case 5: case 6: case 8: case 10: case 12: case 13: return 365.0;
-    default: return 0.0;
   }
 }
 

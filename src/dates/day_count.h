@@ -12,11 +12,27 @@ inline constexpr int32_t kDayCountCodes = 15;
 
 // Days from start to end under the code. `error` (may be null) receives 0,
 // or 1 for an unknown code (actual days are then returned).
-int32_t day_count(int32_t start, int32_t end, int32_t code, int32_t* error) noexcept;
+int32_t counted_days(int32_t start, int32_t end, int32_t code, int32_t* error) noexcept;
+// Inline for the actual-day codes that every coupon period asks for.
+inline int32_t day_count(int32_t start, int32_t end, int32_t code, int32_t* error) noexcept {
+  if (code == 0 || code == 4 || code == 5) {
+    if (error) *error = 0;
+    return end - start;
+  }
+  return counted_days(start, end, code, error);
+}
 
 // Days in a year for the code; for code 0 the coupon period's length times
 // the frequency; 0.0 for code 14 and unknown codes.
-double year_basis(int32_t period_start, int32_t period_end, int32_t frequency, int32_t code) noexcept;
+inline double year_basis(int32_t period_start, int32_t period_end, int32_t frequency,
+                         int32_t code) noexcept {
+  switch (code) {
+    case 0: return static_cast<double>(period_end - period_start) * frequency;
+    case 1: case 2: case 4: case 7: case 9: case 11: return 360.0;
+    case 3: case 5: case 6: case 8: case 10: case 12: case 13: return 365.0;
+    default: return 0.0;
+  }
+}
 
 double year_fraction(int32_t start, int32_t end, int32_t code) noexcept;
 
