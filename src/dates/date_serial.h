@@ -98,6 +98,21 @@ inline int32_t days_in_month(int32_t month, int32_t year) noexcept {
     default: return 0;
   }
 }
+// A month given as year * 12 + month - 1: the serial of its day 0 and its
+// length, when the month is in the month cache (false otherwise: the caller
+// converts the long way, which fills it).
+inline bool cached_month(int64_t month_index, int32_t* day0, int32_t* length) noexcept {
+  using namespace date_cache;
+  const int64_t i = month_index - static_cast<int64_t>(kMonthFirstYear) * 12;
+  if (i < 0 || i >= kMonthSize) return false;
+  const int32_t start = month_day0[i].load(std::memory_order_relaxed);
+  if (start <= 0) return false;
+  const int32_t year = static_cast<int32_t>(month_index / 12);
+  *day0 = start;
+  *length = days_in_month(static_cast<int32_t>(month_index - 12 * static_cast<int64_t>(year)) + 1, year);
+  return true;
+}
+
 int32_t days_in_year(int32_t year) noexcept;
 int32_t is_end_of_month(int32_t serial) noexcept;
 int32_t end_of_month(int32_t serial) noexcept;

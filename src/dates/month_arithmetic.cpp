@@ -87,6 +87,7 @@ MonthSchedule::MonthSchedule(int32_t reference, int32_t months_per_period,
       split_reference_{0, 0, 0, false} {
   reference_ok_ = split(reference, &split_reference_);
   eom_ = (eom_flag && reference_ok_ && split_reference_.month_end) ? 1 : 0;
+  reference_month_ = static_cast<int64_t>(split_reference_.year) * 12 + split_reference_.month - 1;
 }
 
 int32_t MonthSchedule::date(int32_t j) const noexcept {
@@ -94,6 +95,12 @@ int32_t MonthSchedule::date(int32_t j) const noexcept {
   if (months > INT32_MAX || months < INT32_MIN) return -1;
   if (months == 0) return reference_;
   if (!reference_ok_) return -1;
+  // Months of the common range come straight from the month cache.
+  int32_t day0 = 0, length = 0;
+  if (cached_month(reference_month_ + months, &day0, &length)) {
+    const int32_t day = (split_reference_.day > length || eom_) ? length : split_reference_.day;
+    return day0 + day;
+  }
   return add_months_to(split_reference_, static_cast<int32_t>(months), eom_);
 }
 

@@ -59,6 +59,7 @@ class MonthSchedule {
   int32_t eom_;  // the end-of-month rule in force: flag set and reference a month end
   bool reference_ok_;
   SplitDate split_reference_;
+  int64_t reference_month_ = 0;  // year * 12 + month - 1 of the reference
 };
 
 // n-th `weekday` of the month (0 when there is none); see the holiday rules.
