@@ -30,9 +30,16 @@ double annuity_price(double yield, const bond_desc& desc, double* first_derivati
   const double v = 1.0 / base;
   double t = f * desc.tn;
   double value = 0.0, weighted = 0.0;
+  // Every power of v comes from one logarithm of the base: an exponential
+  // costs far less than a general power.
+  const bool positive_base = base > 0.0;
+  const double log_base = positive_base ? std::log1p(yield / f) : 0.0;
+  const auto v_pow = [&](double x) {
+    return positive_base ? std::exp(-x * log_base) : safe_pow(v, x);
+  };
 
   // v^t once; every later factor is a whole number of periods further.
-  const double vt = safe_pow(v, t);
+  const double vt = v_pow(t);
   if (!desc.exdiv) {
     value += desc.full_coupon * vt;
     weighted += desc.full_coupon * vt * t;
@@ -46,7 +53,7 @@ double annuity_price(double yield, const bond_desc& desc, double* first_derivati
     // near zero, where the annuity is a ratio of two small numbers.
     const double one_minus_v = yield / f * v;
     const double one_minus_vm =
-        base > 0.0 ? -std::expm1(-m * std::log1p(yield / f)) : 1.0 - std::pow(v, m);
+        positive_base ? -std::expm1(-m * log_base) : 1.0 - std::pow(v, m);
     vm = 1.0 - one_minus_vm;
     const double lead = c * vt * v / one_minus_v;
     value += lead * one_minus_vm;
@@ -62,7 +69,7 @@ double annuity_price(double yield, const bond_desc& desc, double* first_derivati
 
   if (has_broken_last_period(desc)) {
     t += desc.last_discount;
-    redemption_df *= safe_pow(v, desc.last_discount);
+    redemption_df *= v_pow(desc.last_discount);
     const double coupon = c * desc.last_coupon;
     value += coupon * redemption_df;
     weighted += coupon * redemption_df * t;
