@@ -12,9 +12,9 @@
 namespace kbond::dates {
 namespace {
 
-// Positive dates below this bound move a few days by arithmetic without
-// overflowing.
-constexpr int32_t kFarFromLimits = 1000000000;
+// Moves of up to this many weekdays, well inside the range of serials, are
+// made by arithmetic.
+constexpr int32_t kWeekdayShortcutDays = 100000;
 
 bool has_list(const BusinessCalendar& cal) { return cal.holidays != nullptr && cal.count > 0; }
 
@@ -48,6 +48,28 @@ int32_t working_holidays_between(int32_t first, int32_t last, const BusinessCale
     if (is_working_weekday(h, cal)) ++found;
   }
   return found;
+}
+
+// Monday to Friday without holidays, by arithmetic: whole weeks of five,
+// then a remainder of fewer than five days that crosses at most one weekend.
+// From a weekend day, reaching the nearest weekday is the first day moved.
+int32_t add_weekdays(int32_t date, int32_t n) {
+  int32_t weekday = weekday_of(date) - kMonday;  // -2 Saturday, -1 Sunday, 0 Monday .. 4 Friday
+  int32_t r = n > 0 ? n : -n;
+  if (weekday < 0) {
+    if (n > 0) {
+      date += weekday == -2 ? 2 : 1;
+      weekday = 0;
+    } else {
+      date -= weekday == -2 ? 1 : 2;
+      weekday = 4;
+    }
+    --r;
+  }
+  const int32_t weeks = r / 5;
+  const int32_t rest = r % 5;
+  if (n > 0) return date + 7 * weeks + rest + (weekday + rest > 4 ? 2 : 0);
+  return date - 7 * weeks - rest - (rest > weekday ? 2 : 0);
 }
 
 }  // namespace
@@ -94,6 +116,10 @@ int32_t adjust_business_day(int32_t date, int32_t convention, const BusinessCale
 
 int32_t add_business_days(int32_t date, int32_t n, const BusinessCalendar& cal) noexcept {
   if (n == 0) return date;
+  if (!has_list(cal) && !cal.sat_works && !cal.sun_works && date > 0 &&
+      date < kMaxSerial - kWeekdayShortcutDays && n >= -kWeekdayShortcutDays &&
+      n <= kWeekdayShortcutDays)
+    return add_weekdays(date, n);
   const int32_t step = n > 0 ? 1 : -1;
   int64_t remaining = n > 0 ? static_cast<int64_t>(n) : -static_cast<int64_t>(n);
 
@@ -116,15 +142,6 @@ int32_t add_business_days(int32_t date, int32_t n, const BusinessCalendar& cal) 
                                       : working_holidays_between(jumped, date - 1, cal);
     remaining = remaining - weeks * days_per_week + holidays;
     date = jumped;  // a holiday here is among those counted, so walking on is right
-  }
-  if (remaining > 0 && !has_list(cal) && !cal.sat_works && !cal.sun_works &&
-      date > 0 && date < kFarFromLimits) {
-    // Monday to Friday without holidays: fewer than five days remain, so the
-    // walk crosses at most one weekend.
-    const int32_t r = static_cast<int32_t>(remaining);
-    const int32_t weekday = weekday_of(date) - kMonday;  // 0 Monday .. 4 Friday
-    if (step > 0) return date + r + (weekday + r > 4 ? 2 : 0);
-    return date - r - (r > weekday ? 2 : 0);
   }
   for (; remaining > 0; --remaining) {
     date = step_business_day(date, step, cal);
