@@ -107,9 +107,12 @@ inline bool cached_month(int64_t month_index, int32_t* day0, int32_t* length) no
   if (i < 0 || i >= kMonthSize) return false;
   const int32_t start = month_day0[i].load(std::memory_order_relaxed);
   if (start <= 0) return false;
-  const int32_t year = static_cast<int32_t>(month_index / 12);
   *day0 = start;
-  *length = days_in_month(static_cast<int32_t>(month_index - 12 * static_cast<int64_t>(year)) + 1, year);
+  const uint32_t in_year = static_cast<uint32_t>(i) % 12u;
+  constexpr int8_t kLengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  *length = kLengths[in_year];
+  if (in_year == 1 && is_leap_year(kMonthFirstYear + static_cast<int32_t>(static_cast<uint32_t>(i) / 12u)))
+    *length = 29;
   return true;
 }
 

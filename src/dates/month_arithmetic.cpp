@@ -92,7 +92,6 @@ MonthSchedule::MonthSchedule(int32_t reference, int32_t months_per_period,
 
 int32_t MonthSchedule::date(int32_t j) const noexcept {
   const int64_t months = static_cast<int64_t>(j) * months_per_period_;
-  if (months > INT32_MAX || months < INT32_MIN) return -1;
   if (months == 0) return reference_;
   if (!reference_ok_) return -1;
   // Months of the common range come straight from the month cache.
@@ -101,6 +100,7 @@ int32_t MonthSchedule::date(int32_t j) const noexcept {
     const int32_t day = (split_reference_.day > length || eom_) ? length : split_reference_.day;
     return day0 + day;
   }
+  if (months > INT32_MAX || months < INT32_MIN) return -1;
   return add_months_to(split_reference_, static_cast<int32_t>(months), eom_);
 }
 

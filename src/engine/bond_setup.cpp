@@ -223,7 +223,7 @@ bool place_dated_and_first(const bond_args& a, bond_desc& d, const OddDates& odd
   } else {
     // Both derived: a regular period on the grid before the first coupon.
     const int32_t k = derived_first_index(a, d, at);
-    first = grid.date(k);
+    first = k == at.index ? at.previous : grid.date(k);
     if (first > d.maturity - kFirstCouponMargin) {
       first = d.maturity;
       dated = dates::add_months(first, -d.months_per_period, d.eom);
