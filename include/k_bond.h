@@ -545,7 +545,9 @@ KVL_EXPORT double KVL_API KVLbvalbp(const double* coupons, int32_t n_coupons,
 **   ticks_per_point  NULL: 32.0 (a 32nd); in KVLbvalbp's scale position
 ** Errors: 310 ticks zero, negative or NaN (result -999.0); otherwise those of
 ** KVLbvalbp, whose value is used as it comes: on its failure the result is
-** 1 / (failure value x ticks) and only the error code tells. */
+** 1 / (failure value x ticks) and only the error code tells; 401 (result
+** -999.0) when the price does not move with the yield or the quotient
+** overflows (a bond settling at maturity, a denormal tick size). */
 KVL_EXPORT double KVL_API KVLbval32(const double* coupons, int32_t n_coupons,
                                     const int32_t* dates, int32_t n_dates, int32_t settlement,
                                     double yield, const int32_t* dated_date,
