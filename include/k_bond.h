@@ -1222,7 +1222,8 @@ KVL_EXPORT double KVL_API KVLpbconv(const double* coupons, int32_t n_coupons, in
 /* KVLpbvalbp: price value of a basis point per 100, -dP/dy / scale (scale
 ** NULL: 100.0), `scale` after the ex-coupon rule. Errors: 310 scale zero,
 ** negative or NaN (-999.0, checked first); set-up failure -1.0; price
-** failure and lock -999.0. */
+** failure and lock -999.0; 401 also when the quotient overflows (a
+** denormal scale). */
 KVL_EXPORT double KVL_API KVLpbvalbp(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
                                      double yield, const int32_t* step_dates, int32_t n_steps,
                                      const int32_t* type, const int32_t* frequency,
@@ -1234,7 +1235,8 @@ KVL_EXPORT double KVL_API KVLpbvalbp(const double* coupons, int32_t n_coupons, i
 /* KVLpbval32: yield value of one tick in basis points, 1 / (KVLpbvalbp *
 ** ticks) (ticks NULL: 32.0). Errors: 310 ticks zero, negative or NaN
 ** (-999.0); otherwise KVLpbvalbp's code (test it: the result is computed
-** from whatever KVLpbvalbp returned). */
+** from whatever KVLpbvalbp returned); 401 with -999.0 when the quotient is
+** not finite (no coupon, so no price movement, or a denormal tick size). */
 KVL_EXPORT double KVL_API KVLpbval32(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
                                      double yield, const int32_t* step_dates, int32_t n_steps,
                                      const int32_t* type, const int32_t* frequency,
@@ -1624,7 +1626,9 @@ KVL_EXPORT void KVL_API KVLoaticshflw_free(int32_t* dates, double* amounts);
 **   holiday_options      bit 0 Saturday works, bit 1 Sunday works (NULL: 0)
 **   holidays, n_holidays ascending holiday serials (n_holidays >= 0)
 **   error                receives the error code (NULL allowed)
-** Error 1 for every invalid description. */
+** Error 1 for every invalid description, among them rates that would make
+** an amount (a coupon on the capitalised principal, the redemption) exceed
+** 1e100 times the face. */
 
 /* KVLpikpr: clean price per 100 of original face at `yield` (decimal per
 ** year, compounded at the coupon frequency). With one period left the final
@@ -1632,7 +1636,8 @@ KVL_EXPORT void KVL_API KVLoaticshflw_free(int32_t* dates, double* amounts);
 ** interest. Rounding: type 0 to 6 decimals, 3 cleaned at 8 decimals and
 ** truncated to 3, others unrounded. Errors: 1 invalid description (-1.0);
 ** 401 vanishing discount denominator (1 + t*yield = 0 over one period, or
-** 1 + yield/frequency not positive), unrounded -100.0; -60 lock. */
+** 1 + yield/frequency not positive, or so near zero that the price
+** overflows), unrounded -100.0; -60 lock. */
 KVL_EXPORT double KVL_API KVLpikpr(const double* cash_rates, int32_t n_cash,
                                    const double* pik_rates, int32_t n_pik, const int32_t* dates,
                                    int32_t n_dates, int32_t settlement, double yield,
@@ -1650,7 +1655,8 @@ KVL_EXPORT double KVL_API KVLpikpr(const double* cash_rates, int32_t n_cash,
 ** fraction of face, 64 iterations, yields in (-1, 25)), then a bracketing
 ** search on [-0.9 * frequency, 25]. Rounding: type 0 to 8 decimals, 3 to 5,
 ** others unrounded. Errors: 1 invalid description (-1.0); 460 price zero,
-** negative or not finite, or zero time to the call date (-1.0); 1 with
+** negative or not finite, zero time to the call date, or a one-period price
+** so near zero that the yield overflows (-1.0); 1 with
 ** -999.0 when both solvers fail; -60 lock. */
 KVL_EXPORT double KVL_API KVLpikyld(const double* cash_rates, int32_t n_cash,
                                     const double* pik_rates, int32_t n_pik, const int32_t* dates,
@@ -1726,7 +1732,7 @@ KVL_EXPORT double KVL_API KVLpikdur(const double* cash_rates, int32_t n_cash,
 ** (scale NULL: 100.0, so one basis point of yield). Arguments: the KVLpikpr
 ** list with `scale` after `call_date`. Errors: 310 scale zero, negative or
 ** NaN (-999.0, checked first); 1 invalid description (-1.0); 401 in the price
-** (-999.0); -60 lock (-999.0). */
+** or an overflowing quotient (-999.0); -60 lock (-999.0). */
 KVL_EXPORT double KVL_API KVLpikvalbp(const double* cash_rates, int32_t n_cash,
                                       const double* pik_rates, int32_t n_pik,
                                       const int32_t* dates, int32_t n_dates, int32_t settlement,
@@ -1742,7 +1748,8 @@ KVL_EXPORT double KVL_API KVLpikvalbp(const double* cash_rates, int32_t n_cash,
 ** points (ticks NULL: 32.0, a 32nd of a point). Arguments as KVLpikvalbp
 ** with `ticks` in place of the scale. Errors: 310 ticks zero, negative or
 ** NaN (-999.0); otherwise KVLpikvalbp's code, the result being computed from
-** whatever it returned (test the error code). */
+** whatever it returned (test the error code); 401 with -999.0 when the
+** quotient is not finite (no price movement, a denormal tick size). */
 KVL_EXPORT double KVL_API KVLpikval32(const double* cash_rates, int32_t n_cash,
                                       const double* pik_rates, int32_t n_pik,
                                       const int32_t* dates, int32_t n_dates, int32_t settlement,

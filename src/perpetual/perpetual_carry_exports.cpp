@@ -89,7 +89,10 @@ extern "C" KVL_EXPORT double KVL_API KVLpbirepo(
     int32_t solver_error = 0;
     const double repo = kbond::engine::bracket_solve(carry_at, target, bracket[0], bracket[1],
                                                      1e-6, 64, &solver_error);
-    if (solver_error == 0) return repo;
+    if (solver_error == 0) {
+      err = 0;  // an earlier bracket's failure does not stand
+      return repo;
+    }
     err = solver_error;
   }
   return -999.0;

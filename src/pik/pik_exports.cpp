@@ -28,7 +28,14 @@ double single_period_yield(double price, const pik_desc& pik, int32_t& err) {
     err = kBadPrice;
     return -1.0;
   }
-  return (ratio - 1.0) / t;
+  const double yield = (ratio - 1.0) / t;
+  // A price a hair above zero (or a dirty price that vanishes) leaves no
+  // finite yield.
+  if (!std::isfinite(yield)) {
+    err = kBadPrice;
+    return -1.0;
+  }
+  return yield;
 }
 
 double solved_yield(double price, const pik_desc& pik, int32_t& err) {
