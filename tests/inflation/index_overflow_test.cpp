@@ -50,4 +50,31 @@ TEST(IndexOverflow, IndexLinkedGiltRefusesADenormalBaseIndex) {
   EXPECT_EQ(error, 1);
 }
 
+TEST(IndexOverflow, IndexLinkedGiltTableRefusesAnOverflowingRedemption) {
+  // 2½% Index-linked Treasury Stock 2016 with a base RPI of 3.56e-306:
+  // 188.9 / 3.56e-306 = 5.3e307 is finite, the uplifted redemption (x 100,
+  // and projected forward) is not. No table, error 1, outputs untouched.
+  int32_t error = 0;
+  int32_t* dates = nullptr;
+  double* amounts = nullptr;
+  double redemption = -12345.0;
+  EXPECT_EQ(KVLilgcshflw(&dates, &amounts, &redemption, 0.025, 2.8952, 3.5604468283196269e-306,
+                         188.9, date_to_serial(26, 7, 2016), date_to_serial(15, 3, 2005), nullptr,
+                         nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0,
+                         &error),
+            0);
+  EXPECT_EQ(error, 1);
+  EXPECT_EQ(dates, nullptr);
+  EXPECT_EQ(amounts, nullptr);
+  EXPECT_EQ(redemption, -12345.0);
+  // The real base RPI of the stock (81.6) gives the table.
+  EXPECT_GT(KVLilgcshflw(&dates, &amounts, &redemption, 0.025, 2.8952, 81.6, 188.9,
+                         date_to_serial(26, 7, 2016), date_to_serial(15, 3, 2005), nullptr, nullptr,
+                         nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0, &error),
+            0);
+  EXPECT_EQ(error, 0);
+  EXPECT_GT(redemption, 100.0);
+  KVLilgcshflw_free(dates, amounts);
+}
+
 }  // namespace

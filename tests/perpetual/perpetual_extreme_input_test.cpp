@@ -71,5 +71,24 @@ TEST(PerpetualExtremeInputs, ImpliedRepoFoundInALaterBracket) {
   }
 }
 
+TEST(PerpetualExtremeInputs, CarryOfANonNumberIsAFailure) {
+  // A repo rate or a price that is not a number used to come back as a NaN
+  // carry with error 0; overflowing ones as infinities.
+  PerpetualBond bond;
+  bond.settlement = civil_serial(2025, 7, 20);
+  const int32_t end = civil_serial(2025, 9, 20);
+  const double nan = std::nan("");
+  EXPECT_EQ(bond.carry(end, 98.5, nan, nullptr), -1.0);
+  EXPECT_EQ(bond.error, 1);
+  EXPECT_EQ(bond.carry(end, nan, 0.04, nullptr), -1.0);
+  EXPECT_EQ(bond.error, 1);
+  EXPECT_EQ(bond.forward(end, 98.5, nan, nullptr, nullptr), -1.0);
+  EXPECT_EQ(bond.error, 1);
+  EXPECT_EQ(bond.forward(end, 1.7e308, 1e300, nullptr, nullptr), -1.0);
+  EXPECT_EQ(bond.error, 1);
+  EXPECT_TRUE(std::isfinite(bond.carry(end, 98.5, 0.04, nullptr)));
+  EXPECT_EQ(bond.error, 0);
+}
+
 }  // namespace
 }  // namespace kbond::testing
