@@ -27,7 +27,7 @@ run_one() {
   work="$out/corpus/$family"; seeds="$root/fuzz/corpus/$family"
   mkdir -p "$work" "$seeds"
   log="$out/$family.log"
-  "$out/$h" -max_total_time="$seconds" -timeout=60 -rss_limit_mb=2048 -print_final_stats=1 \
+  "$out/$h" -max_total_time="$seconds" -timeout=120 -rss_limit_mb=2048 -print_final_stats=1 \
       -artifact_prefix="$out/artifacts/$family-" "$work" "$seeds" >"$log" 2>&1
   rc=$?
   runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || true)
