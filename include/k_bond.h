@@ -312,10 +312,12 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 ** more than one period remains, else at the coupon frequency). Bonds priced
 ** at simple interest (Japanese simple yield) and bonds in a money-market last
 ** period are solved in closed form; the others by Newton's method from the
-** current yield (5 % for a zero coupon), tolerance 1e-6 of face, 64 steps,
+** current yield (5 % for a zero coupon; never above 25, so a price near zero
+** starts at the top of the bracket), tolerance 1e-6 of face, 64 steps,
 ** then by a bracketing search between -0.9 x frequency and 25.
 ** Rounding: types 0, 1 to 8 decimals; 2, 3, 16 to 5; 380 to 7; others none.
-** Errors: 1 invalid description (or both solvers failed), 350 price zero,
+** Errors: 1 invalid description (or both solvers failed, or a yield beyond
+** 1e100 or one that overflows its quotation frequency), 350 price zero,
 ** negative, NaN or not above minus the accrued interest, 160 settlement after
 ** maturity in a closed form, 460 no time left to maturity, -60 lock.
 ** Failure value -1.0; -999.0 when both solvers failed. */
