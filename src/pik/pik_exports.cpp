@@ -30,8 +30,10 @@ double single_period_yield(double price, const pik_desc& pik, int32_t& err) {
   }
   const double yield = (ratio - 1.0) / t;
   // A price a hair above zero (or a dirty price that vanishes) leaves no
-  // finite yield.
-  if (!std::isfinite(yield)) {
+  // usable yield: none is anywhere near 1e100 (and the eight-decimal
+  // rounding of type 0 would overflow well before an infinity).
+  constexpr double kAbsurdYield = 1e100;
+  if (!(std::fabs(yield) < kAbsurdYield)) {
     err = kBadPrice;
     return -1.0;
   }

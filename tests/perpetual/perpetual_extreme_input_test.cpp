@@ -34,6 +34,27 @@ TEST(PerpetualExtremeInputs, DenormalYieldIsAVanishingDenominator) {
   }
 }
 
+TEST(PerpetualExtremeInputs, AbsurdRateOrYieldThatOverflowsTheRounding) {
+  // A coupon rate of 1e300 a year is no perpetual: error 1 from the
+  // description, for the price and the accrued interest alike.
+  PerpetualBond absurd;
+  absurd.coupons = {1e300};
+  EXPECT_EQ(absurd.price(0.055), -1.0);
+  EXPECT_EQ(absurd.error, 1);
+  EXPECT_EQ(absurd.accrued(), -1.0);
+  EXPECT_EQ(absurd.error, 1);
+  // U.S. Treasury rounding to six decimals: 100 x 0.06 / 1e-303 = 6e303 is
+  // finite, its millionths are not. A yield that near zero is error 401.
+  PerpetualBond treasury;
+  treasury.type = 0;
+  const int32_t simple = -2;
+  treasury.rule = &simple;
+  EXPECT_EQ(treasury.price(1e-303), -1.0);
+  EXPECT_EQ(treasury.error, 401);
+  EXPECT_NEAR(treasury.price(0.05), 120.0, 1e-6);  // 100 x 0.06 / 0.05
+  EXPECT_EQ(treasury.error, 0);
+}
+
 TEST(PerpetualExtremeInputs, TickValueWithoutAPriceMovement) {
   // A perpetual paying nothing is worth 0 at every yield: a basis point
   // moves nothing and a tick is worth no finite yield change.

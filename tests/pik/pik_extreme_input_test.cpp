@@ -62,6 +62,12 @@ TEST(PikExtremeInputs, OnePeriodYieldOfAPriceNearZero) {
   bond.settlement = civil_serial(2029, 12, 15);
   EXPECT_EQ(bond.yield(5e-310), -1.0);
   EXPECT_EQ(bond.error, 460);
+  // 1.06 / 7e-306 / 0.5 = 3e305 is finite, but no yield: a U.S. Treasury
+  // would overflow its eight-decimal rounding.
+  PikBond treasury = bond;
+  treasury.type = 0;
+  EXPECT_EQ(treasury.yield(7e-304), -1.0);
+  EXPECT_EQ(treasury.error, 460);
   // Par on a one-period bond: (1 + 0.04 + 0.02) / 1 - 1 = 0.06 earned over
   // a whole actual/actual half-year, 0.5 years: 12 %.
   EXPECT_NEAR(bond.yield(100.0), 0.12, 1e-12);
