@@ -25,6 +25,14 @@ BOND_TYPES = count_codes("bond_arguments.h", "kBondTypes")
 CONTRACTS = count_codes("futures_factor_fuzzer.cpp", "kContracts")
 
 
+def code_index(header, table, code):
+    """Position of a code in a harness's table of known codes."""
+    with open(os.path.join(os.path.dirname(ROOT), header)) as f:
+        text = f.read()
+    body = text.split(table + "[] = {", 1)[1].split("}", 1)[0]
+    return [int(item) for item in body.split(",") if item.strip()].index(code)
+
+
 def write(family, name, data):
     folder = os.path.join(ROOT, family)
     os.makedirs(folder, exist_ok=True)
@@ -66,6 +74,30 @@ def main():
     for function in range(12):
         write("linker", f"f{function:02d}", [function])
         write("linker", f"f{function:02d}_pairs", [function, 1])
+
+    # Perpetual bonds: every export, flat and stepped, on a Gilt (the
+    # default), a U.S. Treasury, a Spanish bond and a Eurobond-style type.
+    for function in range(12):
+        for stepped in (0, 1):
+            write("perpetual", f"f{function:02d}_gilt_s{stepped}", [function, 0, 0, stepped])
+            for code in (0, 280, 700):
+                index = code_index("bond_arguments.h", "kBondTypes", code)
+                write("perpetual", f"f{function:02d}_type{code:03d}_s{stepped}",
+                      [function, 1, index, 0, stepped])
+    # Brady bonds: the three exports on the markets that issued them (U.S.
+    # conventions, Eurobonds) and a few others.
+    for function in range(3):
+        for code in (0, 1, 3, 20, 40, 100, 200, 280, 500, 540):
+            index = code_index("bond_arguments.h", "kBondTypes", code)
+            write("brady", f"f{function}_type{code:03d}", [function, 1, index])
+    # PIK bonds: every export on each accepted type, with the three rate
+    # shapes (flat, stepped cash, stepped in-kind).
+    for function in range(7):
+        for code in (0, 3, 500, 510, 530, 540):
+            index = code_index("pik_fuzzer.cpp", "kTypes", code)
+            for shape in range(3):
+                write("pik", f"f{function}_type{code:03d}_shape{shape}",
+                      [function, 1, index, 0, shape])
 
 
 if __name__ == "__main__":

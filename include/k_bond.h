@@ -312,10 +312,12 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 ** more than one period remains, else at the coupon frequency). Bonds priced
 ** at simple interest (Japanese simple yield) and bonds in a money-market last
 ** period are solved in closed form; the others by Newton's method from the
-** current yield (5 % for a zero coupon), tolerance 1e-6 of face, 64 steps,
+** current yield (5 % for a zero coupon; never above 25, so a price near zero
+** starts at the top of the bracket), tolerance 1e-6 of face, 64 steps,
 ** then by a bracketing search between -0.9 x frequency and 25.
 ** Rounding: types 0, 1 to 8 decimals; 2, 3, 16 to 5; 380 to 7; others none.
-** Errors: 1 invalid description (or both solvers failed), 350 price zero,
+** Errors: 1 invalid description (or both solvers failed, or a yield beyond
+** 1e100 or one that overflows its quotation frequency), 350 price zero,
 ** negative, NaN or not above minus the accrued interest, 160 settlement after
 ** maturity in a closed form, 460 no time left to maturity, -60 lock.
 ** Failure value -1.0; -999.0 when both solvers failed. */
@@ -545,7 +547,9 @@ KVL_EXPORT double KVL_API KVLbvalbp(const double* coupons, int32_t n_coupons,
 **   ticks_per_point  NULL: 32.0 (a 32nd); in KVLbvalbp's scale position
 ** Errors: 310 ticks zero, negative or NaN (result -999.0); otherwise those of
 ** KVLbvalbp, whose value is used as it comes: on its failure the result is
-** 1 / (failure value x ticks) and only the error code tells. */
+** 1 / (failure value x ticks) and only the error code tells; 401 (result
+** -999.0) when the price does not move with the yield or the quotient
+** overflows (a bond settling at maturity, a denormal tick size). */
 KVL_EXPORT double KVL_API KVLbval32(const double* coupons, int32_t n_coupons,
                                     const int32_t* dates, int32_t n_dates, int32_t settlement,
                                     double yield, const int32_t* dated_date,
@@ -1220,7 +1224,8 @@ KVL_EXPORT double KVL_API KVLpbconv(const double* coupons, int32_t n_coupons, in
 /* KVLpbvalbp: price value of a basis point per 100, -dP/dy / scale (scale
 ** NULL: 100.0), `scale` after the ex-coupon rule. Errors: 310 scale zero,
 ** negative or NaN (-999.0, checked first); set-up failure -1.0; price
-** failure and lock -999.0. */
+** failure and lock -999.0; 401 also when the quotient overflows (a
+** denormal scale). */
 KVL_EXPORT double KVL_API KVLpbvalbp(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
                                      double yield, const int32_t* step_dates, int32_t n_steps,
                                      const int32_t* type, const int32_t* frequency,
@@ -1232,7 +1237,8 @@ KVL_EXPORT double KVL_API KVLpbvalbp(const double* coupons, int32_t n_coupons, i
 /* KVLpbval32: yield value of one tick in basis points, 1 / (KVLpbvalbp *
 ** ticks) (ticks NULL: 32.0). Errors: 310 ticks zero, negative or NaN
 ** (-999.0); otherwise KVLpbvalbp's code (test it: the result is computed
-** from whatever KVLpbvalbp returned). */
+** from whatever KVLpbvalbp returned); 401 with -999.0 when the quotient is
+** not finite (no coupon, so no price movement, or a denormal tick size). */
 KVL_EXPORT double KVL_API KVLpbval32(const double* coupons, int32_t n_coupons, int32_t reference_date, int32_t settlement,
                                      double yield, const int32_t* step_dates, int32_t n_steps,
                                      const int32_t* type, const int32_t* frequency,
@@ -1622,7 +1628,9 @@ KVL_EXPORT void KVL_API KVLoaticshflw_free(int32_t* dates, double* amounts);
 **   holiday_options      bit 0 Saturday works, bit 1 Sunday works (NULL: 0)
 **   holidays, n_holidays ascending holiday serials (n_holidays >= 0)
 **   error                receives the error code (NULL allowed)
-** Error 1 for every invalid description. */
+** Error 1 for every invalid description, among them rates that would make
+** an amount (a coupon on the capitalised principal, the redemption) exceed
+** 1e100 times the face. */
 
 /* KVLpikpr: clean price per 100 of original face at `yield` (decimal per
 ** year, compounded at the coupon frequency). With one period left the final
@@ -1630,7 +1638,8 @@ KVL_EXPORT void KVL_API KVLoaticshflw_free(int32_t* dates, double* amounts);
 ** interest. Rounding: type 0 to 6 decimals, 3 cleaned at 8 decimals and
 ** truncated to 3, others unrounded. Errors: 1 invalid description (-1.0);
 ** 401 vanishing discount denominator (1 + t*yield = 0 over one period, or
-** 1 + yield/frequency not positive), unrounded -100.0; -60 lock. */
+** 1 + yield/frequency not positive, or so near zero that the price
+** overflows), unrounded -100.0; -60 lock. */
 KVL_EXPORT double KVL_API KVLpikpr(const double* cash_rates, int32_t n_cash,
                                    const double* pik_rates, int32_t n_pik, const int32_t* dates,
                                    int32_t n_dates, int32_t settlement, double yield,
@@ -1648,7 +1657,8 @@ KVL_EXPORT double KVL_API KVLpikpr(const double* cash_rates, int32_t n_cash,
 ** fraction of face, 64 iterations, yields in (-1, 25)), then a bracketing
 ** search on [-0.9 * frequency, 25]. Rounding: type 0 to 8 decimals, 3 to 5,
 ** others unrounded. Errors: 1 invalid description (-1.0); 460 price zero,
-** negative or not finite, or zero time to the call date (-1.0); 1 with
+** negative or not finite, zero time to the call date, or a one-period price
+** so near zero that the yield overflows (-1.0); 1 with
 ** -999.0 when both solvers fail; -60 lock. */
 KVL_EXPORT double KVL_API KVLpikyld(const double* cash_rates, int32_t n_cash,
                                     const double* pik_rates, int32_t n_pik, const int32_t* dates,
@@ -1724,7 +1734,7 @@ KVL_EXPORT double KVL_API KVLpikdur(const double* cash_rates, int32_t n_cash,
 ** (scale NULL: 100.0, so one basis point of yield). Arguments: the KVLpikpr
 ** list with `scale` after `call_date`. Errors: 310 scale zero, negative or
 ** NaN (-999.0, checked first); 1 invalid description (-1.0); 401 in the price
-** (-999.0); -60 lock (-999.0). */
+** or an overflowing quotient (-999.0); -60 lock (-999.0). */
 KVL_EXPORT double KVL_API KVLpikvalbp(const double* cash_rates, int32_t n_cash,
                                       const double* pik_rates, int32_t n_pik,
                                       const int32_t* dates, int32_t n_dates, int32_t settlement,
@@ -1740,7 +1750,8 @@ KVL_EXPORT double KVL_API KVLpikvalbp(const double* cash_rates, int32_t n_cash,
 ** points (ticks NULL: 32.0, a 32nd of a point). Arguments as KVLpikvalbp
 ** with `ticks` in place of the scale. Errors: 310 ticks zero, negative or
 ** NaN (-999.0); otherwise KVLpikvalbp's code, the result being computed from
-** whatever it returned (test the error code). */
+** whatever it returned (test the error code); 401 with -999.0 when the
+** quotient is not finite (no price movement, a denormal tick size). */
 KVL_EXPORT double KVL_API KVLpikval32(const double* cash_rates, int32_t n_cash,
                                       const double* pik_rates, int32_t n_pik,
                                       const int32_t* dates, int32_t n_dates, int32_t settlement,

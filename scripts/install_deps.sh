@@ -3,7 +3,10 @@
 # Idempotent: does nothing when everything is already present.
 set -euo pipefail
 
-packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3 libquantlib0-dev)
+# clang-14 with its compiler runtime (libFuzzer, sanitizers) builds the fuzz
+# harnesses.
+packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3 libquantlib0-dev
+          clang-14 libclang-rt-14-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

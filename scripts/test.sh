@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds and runs every test: the whole suite under AddressSanitizer and
-# UndefinedBehaviorSanitizer with warnings as errors, then the concurrency
-# suite under ThreadSanitizer.
+# UndefinedBehaviorSanitizer with warnings as errors, the concurrency suite
+# under ThreadSanitizer, a short run of every fuzz harness, then the Windows
+# DLL checks.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install_deps.sh
@@ -16,6 +17,11 @@ cmake -S . -B build/tsan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
       -DKBOND_SANITIZE=thread -DKBOND_BUILD_BENCH=OFF -DKBOND_WERROR=ON >/dev/null
 cmake --build build/tsan -j"$jobs" --target kbond_concurrency_tests
 TSAN_OPTIONS="halt_on_error=1" ctest --test-dir build/tsan -L concurrency --output-on-failure
+
+# Fuzzing: every libFuzzer harness (clang 14, ASan+UBSan) from its seeds for
+# KBOND_FUZZ_SECONDS each (default 15), as many at a time as build jobs; a
+# crash, sanitizer report, leak, timeout or broken invariant fails the run.
+KBOND_JOBS="$jobs" KBOND_FUZZ_JOBS="$jobs" bash fuzz/run.sh "${KBOND_FUZZ_SECONDS:-15}"
 
 # Windows DLLs: mingw-w64 cross-builds for 32- and 64-bit, export tables checked
 # against the header, loading tests under wine64 (skipped when mingw-w64 is missing).

@@ -15,6 +15,7 @@ using kbond::engine::BondCall;
 namespace {
 
 constexpr int32_t kBadScale = 310;
+constexpr int32_t kVanishingDenominator = 401;
 constexpr double kAfterSetupFailure = -999.0;
 constexpr double kDefaultScale = 100.0;  // value of 1 bp per 100 of face
 constexpr double kDefaultTicks = 32.0;   // a 32nd of a point
@@ -143,7 +144,14 @@ extern "C" KVL_EXPORT double KVL_API KVLbval32(
                              discount_tax, horizon, issue_price, nullptr, yield_method, bd_flags,
                              holidays, n_holidays, factor, sink_dates, n_sink, sink_ends,
                              n_sink_ends, sink_amounts, sink_premium, exdiv_days, error);
-  return 1.0 / (v * t);
+  // A price that does not move with the yield (a bond settling on its
+  // maturity date) or a denormal tick size leaves no finite tick value.
+  const double value = 1.0 / (v * t);
+  if (!std::isfinite(value)) {
+    if (error && *error == 0) *error = kVanishingDenominator;
+    return kAfterSetupFailure;
+  }
+  return value;
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbcamt(

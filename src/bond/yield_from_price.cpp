@@ -42,6 +42,15 @@ double fail(int32_t* error, int32_t code, double value = -1.0) noexcept {
   return value;
 }
 
+// A price a hair above zero has a yield of astronomical size, or one that
+// overflows; beyond this (10^102 percent) it is no yield at all.
+constexpr double kAbsurdYield = 1e100;
+
+double checked_yield(double y, int32_t* error, double failure_value) noexcept {
+  if (*error == 0 && !(std::fabs(y) < kAbsurdYield)) return fail(error, 1, failure_value);
+  return y;
+}
+
 // The coupons still to be received, net of withholding tax, as the
 // simple-yield price counts them: a single rate earns over the years left;
 // stepped rates pay what is left of the current coupon and then each later
@@ -68,7 +77,7 @@ double simple_interest_life_yield(double price, const bond_desc& desc, int32_t* 
   const double g = p < redemption ? engine::capital_gains_rate(desc) : 0.0;
   const double received =
       remaining_simple_coupons(desc, years) + redemption - g * (redemption - p);
-  return (received / p - 1.0) / years;
+  return checked_yield((received / p - 1.0) / years, error, -1.0);
 }
 
 // Years from settlement to maturity as the money-market price counts them:
@@ -95,7 +104,7 @@ double money_market_yield(double price, const bond_desc& desc, int32_t* error) n
   const double ratio = (redemption + coupon - g * (redemption - p)) / (p + accrued);
   if (ratio == 1.0) return 0.0;
   if (years == 0.0) return fail(error, kZeroTime);
-  return (ratio - 1.0) / years;
+  return checked_yield((ratio - 1.0) / years, error, -1.0);
 }
 
 double iterated_yield(double price, const bond_desc& desc, int32_t* error) noexcept {
@@ -107,6 +116,9 @@ double iterated_yield(double price, const bond_desc& desc, int32_t* error) noexc
   if (rate >= kMinimumCouponForStart) {
     start = rate * 100.0 / price;
     if (desc.price_factor_flag) start *= desc.price_factor;
+    // A price near zero makes the current yield absurd (or infinite); the
+    // search starts no further out than the bracket reaches.
+    start = std::min(start, kBracketUpperYield);
   }
   const double target = price * 0.01;
   const double tolerance =
@@ -123,7 +135,7 @@ double iterated_yield(double price, const bond_desc& desc, int32_t* error) noexc
   int32_t err = 0;
   double y = engine::newton_solve(price_at, target, start, tolerance, kYieldIterations,
                                   &err, inside_domain);
-  if (err == 0) return y;
+  if (err == 0) return checked_yield(y, error, kSolverFailed);
   y = engine::bracket_solve(price_at, target, -0.9 * f, kBracketUpperYield, tolerance,
                             kYieldIterations, &err);
   if (err == 0) return y;

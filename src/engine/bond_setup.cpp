@@ -480,10 +480,12 @@ int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
   compute_accrued(desc);
   apply_ex_dividend(desc);
   if (desc.type == 220) desc.accrued = std::floor(desc.accrued * 100000.0 + 0.5) * 1e-5;
-  // Absurd but finite inputs (a coupon of 1e308) must not turn into infinite
-  // amounts downstream: such a bond is not a valid description. No real bond
-  // pays or accrues anywhere near 1e100 times its face.
-  if (!(std::fabs(desc.accrued) < kAbsurdAmount) || !(std::fabs(desc.full_coupon) < kAbsurdAmount)) {
+  // Absurd but finite inputs (a coupon of 1e308, a redemption of 1e307 per
+  // 100 from the {rate, a, b} form with a denormal a) must not turn into
+  // infinite amounts downstream: such a bond is not a valid description. No
+  // real bond pays, accrues or redeems anywhere near 1e100 times its face.
+  if (!(std::fabs(desc.accrued) < kAbsurdAmount) || !(std::fabs(desc.full_coupon) < kAbsurdAmount) ||
+      !(desc.redemption * 0.01 < kAbsurdAmount)) {
     bond_release(desc);
     return 1;
   }

@@ -18,7 +18,11 @@ double yield_convert(double y, double a, double b, double d, double k, int32_t* 
   int32_t local = 0;
   int32_t& err = error ? *error : local;
   err = 0;
-  if (a != 0.0 && b != 0.0) return (safe_pow(1.0 + y / d, a / b) - 1.0) * k;
+  if (a != 0.0 && b != 0.0) {
+    const double converted = (safe_pow(1.0 + y / d, a / b) - 1.0) * k;
+    if (!std::isfinite(converted)) err = 1;  // a yield too large to compound
+    return converted;
+  }
   if (a != 0.0) {  // to continuous compounding
     const double base = 1.0 + y / d;
     if (!(base > 0.0)) {
@@ -27,7 +31,11 @@ double yield_convert(double y, double a, double b, double d, double k, int32_t* 
     }
     return std::log(base) * a;
   }
-  if (b != 0.0) return (std::exp(y / b) - 1.0) * k;  // from continuous compounding
+  if (b != 0.0) {  // from continuous compounding
+    const double converted = (std::exp(y / b) - 1.0) * k;
+    if (!std::isfinite(converted)) err = 1;
+    return converted;
+  }
   return y;
 }
 

@@ -21,7 +21,7 @@ double safe_exp(double x) noexcept;
 //   a == 0:    (e^(y/b) - 1) * k
 //   both 0:    y
 // Typically a = d = the source frequency and b = k = the target frequency.
-// `error` (may be null) receives 0 or 1.
+// `error` (may be null) receives 0 or 1; 1 also when the result overflows.
 double yield_convert(double y, double a, double b, double d, double k, int32_t* error) noexcept;
 
 // floor(10^n * x + 0.5) / 10^n: the rounding of every exported result.

@@ -23,8 +23,9 @@ struct AnyValue {
 };
 
 // Newton iteration toward f(x) = target. Error 1 (returning the last x) for
-// a zero tolerance, an invalid start, a stall (|previous - value| <= 1e-15),
-// a zero derivative, an invalid evaluation or an exhausted iteration limit.
+// a zero tolerance, an invalid or infinite start, a stall (|previous - value|
+// <= 1e-15), a zero derivative, a step that overflows, an invalid evaluation
+// or an exhausted iteration limit.
 // `valid` rejects candidate points; a rejected step is halved toward the
 // current point, each halving counting as an iteration.
 template <class Eval, class Valid = AnyValue>
@@ -34,7 +35,7 @@ double newton_solve(Eval&& f, double target, double x0, double tolerance, int ma
   int32_t& err = error ? *error : local;
   err = 0;
   tolerance = std::fabs(tolerance);
-  if (tolerance == 0.0 || !valid(x0) || std::isnan(x0)) {
+  if (tolerance == 0.0 || !std::isfinite(x0) || !valid(x0)) {
     err = 1;
     return x0;
   }
@@ -56,6 +57,10 @@ double newton_solve(Eval&& f, double target, double x0, double tolerance, int ma
       return x;
     }
     double next = x + diff / derivative;
+    if (!std::isfinite(next)) {  // a denormal derivative: no usable step
+      err = 1;
+      return x;
+    }
     while (!valid(next) && iterations < max_iterations) {
       next = (next + x) / 2.0;
       ++iterations;

@@ -80,7 +80,17 @@ int32_t ilg_cashflows(int32_t** dates_out, double** amounts_out, double* redempt
     return 0;
   }
   int32_t rows = 0;
-  const double redemption = kbond::inflation::visit_ilg_flows(desc, [&](int32_t, double, double) { ++rows; });
+  bool finite = true;
+  const double redemption = kbond::inflation::visit_ilg_flows(desc, [&](int32_t, double amount, double) {
+    finite = finite && std::isfinite(amount * 100.0);
+    ++rows;
+  });
+  // A tiny base index or an absurd assumed inflation overflows the
+  // projected flows: no table of infinities.
+  if (!finite || !std::isfinite(redemption * 100.0)) {
+    set_error(error, 1);
+    return 0;
+  }
   kbond::inflation::CashflowColumns columns;
   if (!kbond::inflation::allocate_cashflow_columns(rows, dates_out != nullptr, amounts_out != nullptr,
                                                    &columns)) {

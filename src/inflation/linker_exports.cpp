@@ -48,7 +48,13 @@ double linker_price_export(const LinkerFamily& family, const LinkerArgs& args, d
   set_error(error, err);
   if (err != 0) return -1.0;
   const double dirty = family.truncate_dirty ? std::floor(value.dirty * 1e6) / 1e6 : value.dirty;
-  return engine::round_to(linker_quote(desc, dirty), 3);
+  const double price = engine::round_to(linker_quote(desc, dirty), 3);
+  // Real prices divide by the index ratio, which may be tiny.
+  if (!std::isfinite(price)) {
+    set_error(error, 1);
+    return -1.0;
+  }
+  return price;
 }
 
 double linker_yield_export(const LinkerFamily& family, const LinkerArgs& args, double price,

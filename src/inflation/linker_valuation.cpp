@@ -33,6 +33,13 @@ int32_t linker_value(const LinkerDesc& desc, double yield, LinkerValue* value) n
   value->dirty = 100.0 * pv_sum;
   value->first = -100.0 * t_sum / scale;
   value->second = 100.0 * tt_sum / (scale * scale);
+  // Inflation projected over centuries, or a yield near -100 %, can overflow
+  // the sums: no value rather than an infinite one.
+  if (!std::isfinite(value->dirty) || !std::isfinite(value->first) ||
+      !std::isfinite(value->second)) {
+    *value = LinkerValue{};
+    return 1;
+  }
   return 0;
 }
 

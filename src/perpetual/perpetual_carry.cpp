@@ -98,7 +98,14 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
     const int32_t discount_mode = financing == kContinuous ? kContinuous : kSimple;
     income += e.full_coupon * discount(reinvest, (e.next_coupon - end) * unit, discount_mode);
   }
-  return e.accrued - g.accrued + income - financing_cost;
+  const double carry = e.accrued - g.accrued + income - financing_cost;
+  // A price or rate that is not a number (or too large to finance) leaves no
+  // carry to report.
+  if (!std::isfinite(carry)) {
+    *error = 1;
+    return -1.0;
+  }
+  return carry;
 }
 
 }  // namespace kbond::perpetual

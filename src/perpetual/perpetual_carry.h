@@ -29,7 +29,8 @@ struct CarryTerms {
 // Carry, as a fraction of face, of `desc` (set up at the settlement date
 // from `args`) to terms.end_date. Errors: 160 with -999.0 when the end date
 // is not after settlement; 1 with -1.0 when the end-date description cannot
-// be built or a rate cannot be re-expressed continuously.
+// be built, a rate cannot be re-expressed continuously, or the carry is not
+// finite (a price or rate that is not a number, or too large).
 double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
                        const CarryTerms& terms, int32_t* error) noexcept;
 

@@ -18,6 +18,13 @@ double reinvestment_rate(const double* given, double repo) {
   return given && *given >= 0.0 ? *given : repo;
 }
 
+// Per 100 of face a finite carry can still overflow: error 1 and -1.0.
+double checked_amount(double amount, int32_t& error) {
+  if (std::isfinite(amount)) return amount;
+  error = 1;
+  return -1.0;
+}
+
 }  // namespace
 
 extern "C" KVL_EXPORT double KVL_API KVLpbcarry(
@@ -34,7 +41,8 @@ extern "C" KVL_EXPORT double KVL_API KVLpbcarry(
   if (!call.ok()) return -1.0;
   const CarryTerms terms{end_date, price, repo_rate, repo_rate, mode};
   const double carry = kbond::perpetual::perpetual_carry(call.desc(), args, terms, &call.error());
-  return call.error() != 0 ? carry : carry * 100.0;
+  if (call.error() != 0) return carry;
+  return checked_amount(carry * 100.0, call.error());
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLpbfwd(
@@ -53,7 +61,8 @@ extern "C" KVL_EXPORT double KVL_API KVLpbfwd(
   const CarryTerms terms{forward_date, price, repo_rate,
                          reinvestment_rate(reinvestment, repo_rate), mode};
   const double carry = kbond::perpetual::perpetual_carry(call.desc(), args, terms, &call.error());
-  return call.error() != 0 ? carry : price - carry * 100.0;
+  if (call.error() != 0) return carry;
+  return checked_amount(price - carry * 100.0, call.error());
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLpbirepo(
@@ -89,7 +98,10 @@ extern "C" KVL_EXPORT double KVL_API KVLpbirepo(
     int32_t solver_error = 0;
     const double repo = kbond::engine::bracket_solve(carry_at, target, bracket[0], bracket[1],
                                                      1e-6, 64, &solver_error);
-    if (solver_error == 0) return repo;
+    if (solver_error == 0) {
+      err = 0;  // an earlier bracket's failure does not stand
+      return repo;
+    }
     err = solver_error;
   }
   return -999.0;

@@ -60,7 +60,14 @@ extern "C" KVL_EXPORT double KVL_API KVLpbpr(const double* coupons, int32_t n_co
   const double price =
       kbond::perpetual::perpetual_price(yield, call.desc(), nullptr, nullptr, &call.error());
   if (call.error() != 0) return -1.0;
-  return kbond::engine::round_price_by_type(price, call.desc().grid.type);
+  const double rounded = kbond::engine::round_price_by_type(price, call.desc().grid.type);
+  // 100 c / y for a yield near zero (1e-300) is finite but overflows the
+  // six-decimal rounding: as good as a zero yield.
+  if (!std::isfinite(rounded)) {
+    call.error() = kbond::perpetual::kZeroYield;
+    return -1.0;
+  }
+  return rounded;
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLpbai(const double* coupons, int32_t n_coupons,

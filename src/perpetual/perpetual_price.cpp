@@ -125,11 +125,10 @@ double price_and_slope(double y, const perpetual_desc& d, double* first, double*
 
 }  // namespace
 
-double perpetual_price(double yield, const perpetual_desc& desc, double* first_derivative,
-                       double* second_derivative, int32_t* error) noexcept {
-  int32_t local = 0;
-  int32_t* err = error ? error : &local;
-  *err = 0;
+namespace {
+
+double price_with_derivatives(double yield, const perpetual_desc& desc, double* first_derivative,
+                              double* second_derivative, int32_t* err) noexcept {
   if (desc.convention == Convention::kPerpetuity || !second_derivative)
     return price_and_slope(yield, desc, first_derivative, second_derivative, err);
   double above = 0.0, below = 0.0;
@@ -139,6 +138,24 @@ double perpetual_price(double yield, const perpetual_desc& desc, double* first_d
   if (*err != 0) return kFailure;
   *second_derivative = (above - below) * kHalfInverseStep;
   return price_and_slope(yield, desc, first_derivative, nullptr, err);
+}
+
+}  // namespace
+
+double perpetual_price(double yield, const perpetual_desc& desc, double* first_derivative,
+                       double* second_derivative, int32_t* error) noexcept {
+  int32_t local = 0;
+  int32_t* err = error ? error : &local;
+  *err = 0;
+  const double price =
+      price_with_derivatives(yield, desc, first_derivative, second_derivative, err);
+  if (*err != 0) return price;
+  // A yield a hair above zero (a denormal) makes c / y overflow just as a
+  // zero yield divides by zero.
+  if (!std::isfinite(price) || (first_derivative && !std::isfinite(*first_derivative)) ||
+      (second_derivative && !std::isfinite(*second_derivative)))
+    return fail(err, kZeroYield);
+  return price;
 }
 
 double perpetual_yield(double price, const perpetual_desc& desc, int32_t* error) noexcept {

@@ -25,7 +25,8 @@ inline constexpr int32_t kNoPriceFunction = 460;
 // null) receive the derivatives by yield per unit of face; the second is a
 // central difference of the first (step 5e-6) except for the perpetuity
 // formula, which has it in closed form. Errors: 401 (zero yield, 1 + y/f not
-// positive, a non-finite yield) and 460 (no price function for the type's
+// positive, a non-finite yield, a yield so near zero that the price or a
+// derivative overflows) and 460 (no price function for the type's
 // convention), both with -1.0.
 double perpetual_price(double yield, const perpetual_desc& desc, double* first_derivative,
                        double* second_derivative, int32_t* error) noexcept;

@@ -110,7 +110,12 @@ extern "C" KVL_EXPORT double KVL_API KVLpbvalbp(const double* coupons, int32_t n
   double slope = 0.0;
   kbond::perpetual::perpetual_price(yield, call.desc(), &slope, nullptr, err);
   if (*err != 0) return kMeasureFailure;
-  return -slope / (scale ? *scale : 100.0);
+  const double value = -slope / (scale ? *scale : 100.0);
+  if (!std::isfinite(value)) {  // a denormal scale
+    *err = kbond::perpetual::kZeroYield;
+    return kMeasureFailure;
+  }
+  return value;
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLpbval32(const double* coupons, int32_t n_coupons,
@@ -132,5 +137,12 @@ extern "C" KVL_EXPORT double KVL_API KVLpbval32(const double* coupons, int32_t n
       KVLpbvalbp(coupons, n_coupons, reference_date, settlement, yield, step_dates, n_steps, type,
                  frequency, withholding_tax, ex_coupon_rule, nullptr, calendar_flags, holidays,
                  n_holidays, dated_date, error);
-  return 1.0 / (value_of_bp * per_point);
+  // A bond paying no coupon does not move with its yield, and a denormal
+  // tick size overflows: neither has a finite tick value.
+  const double value = 1.0 / (value_of_bp * per_point);
+  if (!std::isfinite(value)) {
+    if (error && *error == 0) *error = kbond::perpetual::kZeroYield;
+    return kMeasureFailure;
+  }
+  return value;
 }

@@ -31,8 +31,11 @@ bool read_rates_and_steps(const perpetual_args& a, perpetual_desc& d) noexcept {
   if (!a.coupons || a.n_coupons < 1 || a.n_steps < 0 || (a.n_steps > 0 && !a.step_dates))
     return false;
   if (a.n_coupons > 1 && a.n_coupons != a.n_steps) return false;
+  // No coupon rate comes anywhere near 1e100 a year; such rates only
+  // overflow the prices downstream.
+  constexpr double kAbsurdRate = 1e100;
   for (int32_t i = 0; i < a.n_coupons; ++i) {
-    if (!std::isfinite(a.coupons[i])) return false;
+    if (!(std::fabs(a.coupons[i]) < kAbsurdRate)) return false;
   }
   for (int32_t i = 0; i < a.n_steps; ++i) {
     if (!valid_date(a.step_dates[i]) || (i > 0 && a.step_dates[i] <= a.step_dates[i - 1]))

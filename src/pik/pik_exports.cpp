@@ -28,7 +28,16 @@ double single_period_yield(double price, const pik_desc& pik, int32_t& err) {
     err = kBadPrice;
     return -1.0;
   }
-  return (ratio - 1.0) / t;
+  const double yield = (ratio - 1.0) / t;
+  // A price a hair above zero (or a dirty price that vanishes) leaves no
+  // usable yield: none is anywhere near 1e100 (and the eight-decimal
+  // rounding of type 0 would overflow well before an infinity).
+  constexpr double kAbsurdYield = 1e100;
+  if (!(std::fabs(yield) < kAbsurdYield)) {
+    err = kBadPrice;
+    return -1.0;
+  }
+  return yield;
 }
 
 double solved_yield(double price, const pik_desc& pik, int32_t& err) {

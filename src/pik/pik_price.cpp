@@ -89,8 +89,15 @@ double pik_price(double yield, const pik_desc& desc, double* first_derivative,
   int32_t local = 0;
   int32_t* err = error ? error : &local;
   *err = 0;
-  return desc.single_period() ? single_period_price(yield, desc, first_derivative, err)
-                              : multi_period_price(yield, desc, first_derivative, err);
+  const double price = desc.single_period()
+                           ? single_period_price(yield, desc, first_derivative, err)
+                           : multi_period_price(yield, desc, first_derivative, err);
+  if (*err != 0) return price;
+  // A denominator a hair above zero (1 + y/f or 1 + t y) overflows the
+  // discount factors as surely as a zero one divides by zero.
+  if (!std::isfinite(price) || (first_derivative && !std::isfinite(*first_derivative)))
+    return zero_denominator(err);
+  return price;
 }
 
 }  // namespace kbond::pik

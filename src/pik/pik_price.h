@@ -108,7 +108,8 @@ void for_each_pik_flow(const pik_desc& desc, Visit&& visit) {
 // Clean price per 100 of original face. `first_derivative` (may be null)
 // receives the derivative by yield per unit of face. Error 401 with -100.0
 // when a discount denominator vanishes (1 + t*y = 0 in the single-period
-// form; 1 + y/f not positive, or a non-finite yield, in the multi-period form).
+// form; 1 + y/f not positive, or a non-finite yield, in the multi-period form)
+// or is so near zero that the price or its derivative overflows.
 double pik_price(double yield, const pik_desc& desc, double* first_derivative,
                  int32_t* error) noexcept;
 

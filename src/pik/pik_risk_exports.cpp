@@ -67,7 +67,12 @@ extern "C" KVL_EXPORT double KVL_API KVLpikvalbp(
   double slope = 0.0;
   kbond::pik::pik_price(yield, call.desc(), &slope, err);
   if (*err != 0) return kMeasureFailure;
-  return -slope / (scale ? *scale : 100.0);
+  const double value = -slope / (scale ? *scale : 100.0);
+  if (!std::isfinite(value)) {  // a denormal scale
+    *err = kbond::pik::kZeroDenominator;
+    return kMeasureFailure;
+  }
+  return value;
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLpikval32(
@@ -86,5 +91,12 @@ extern "C" KVL_EXPORT double KVL_API KVLpikval32(
       KVLpikvalbp(cash_rates, n_cash, pik_rates, n_pik, dates, n_dates, settlement, yield,
                   dated_date, first_coupon, type, frequency, redemption, call_date, nullptr,
                   pay_on_business_day, holiday_options, holidays, n_holidays, error);
-  return 1.0 / (value_of_bp * per_point);
+  // A price that does not move with the yield (nothing left to discount
+  // over time) or a denormal tick size leaves no finite tick value.
+  const double value = 1.0 / (value_of_bp * per_point);
+  if (!std::isfinite(value)) {
+    if (error && *error == 0) *error = kbond::pik::kZeroDenominator;
+    return kMeasureFailure;
+  }
+  return value;
 }

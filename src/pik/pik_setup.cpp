@@ -58,6 +58,29 @@ bool read_type(const pik_args& a, int32_t* base) noexcept {
   return is_pik_type(*base);
 }
 
+double largest_magnitude(const double* rates, int32_t count) noexcept {
+  double largest = 0.0;
+  for (int32_t i = 0; i < count; ++i) largest = std::fmax(largest, std::fabs(rates[i]));
+  return largest;
+}
+
+// No real bond pays or accrues anywhere near 1e100 times its face.
+constexpr double kAbsurdAmount = 1e100;
+
+// Every amount the bond can pay must be a usable number. The capitalised
+// principal grows by at most (1 + |in-kind rate| / f) a period, so its bound
+// over the remaining periods caps the redemption and every cash coupon
+// without walking the schedule.
+bool amounts_bounded(const pik_desc& d) noexcept {
+  const double f = d.frequency;
+  const double growth = std::exp(d.remaining_periods() *
+                                 std::log1p(largest_magnitude(d.pik_rates, d.n_pik) / f));
+  const double largest_flow =
+      growth * std::fmax(largest_magnitude(d.cash_rates, d.n_cash) / f, d.redemption * 0.01);
+  return largest_flow < kAbsurdAmount && std::fabs(d.cash_now) < kAbsurdAmount &&
+         std::fabs(d.pik_now) < kAbsurdAmount && std::fabs(d.accrued) < kAbsurdAmount;
+}
+
 // The rates array that bond_setup reads while it places the grid: one rate
 // per step date (its values only feed accrued interest that is recomputed).
 const double* grid_rates(const pik_args& a) noexcept {
@@ -144,7 +167,7 @@ int32_t pik_setup(const pik_args& a, pik_desc& d) noexcept {
   d.cash_now = d.grid.cf * cash / d.frequency;
   d.pik_now = d.grid.cf * in_kind / d.frequency;
   d.accrued = d.grid.ay * cash;
-  return 0;
+  return amounts_bounded(d) ? 0 : kInvalid;
 }
 
 }  // namespace kbond::pik

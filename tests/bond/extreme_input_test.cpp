@@ -63,4 +63,80 @@ TEST(ExtremeInputs, AbsurdInflationLinkedCoupons) {
   KVLtipscshflw_free(dates, amounts);
 }
 
+// The arguments of KVLbyld, KVLbpr, KVLbvalbp and KVLbval32 after the market
+// input: every optional argument absent except the bond type and the
+// scale (or ticks) where the function has one.
+double yield_of(double price, int32_t type, int32_t* error) {
+  const double coupon = 0.05;
+  return KVLbyld(&coupon, 1, &kMaturity, 1, kSettlement, price, nullptr, nullptr, &type, nullptr,
+                 0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0,
+                 nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr, error);
+}
+
+double price_of(double yield, int32_t type, int32_t* error) {
+  const double coupon = 0.05;
+  return KVLbpr(&coupon, 1, &kMaturity, 1, kSettlement, yield, nullptr, nullptr, &type, nullptr,
+                0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0,
+                nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr, error);
+}
+
+double tick_value(double coupon, int32_t maturity, int32_t settlement, const double* ticks,
+                  int32_t* error) {
+  const int32_t treasury = 0;
+  return KVLbval32(&coupon, 1, &maturity, 1, settlement, 0.05, nullptr, nullptr, &treasury,
+                   nullptr, 0, nullptr, nullptr, nullptr, nullptr, nullptr, ticks, nullptr,
+                   nullptr, nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr,
+                   nullptr, error);
+}
+
+TEST(ExtremeInputs, YieldFromAPriceNearZeroIsFinite) {
+  // The current yield 5 / 5e-310 overflows; the search starts at the top of
+  // the bracket instead and stops where the clean price is within 1e-12 per
+  // 100 of the target, so the yield is large but finite and prices back to
+  // (almost) nothing.
+  for (double price : {5e-310, 3.7e-306, 1e-20}) {
+    for (int32_t type : {0, 40}) {
+      int32_t error = -1;
+      const double y = yield_of(price, type, &error);
+      EXPECT_EQ(error, 0) << price << " type " << type;
+      ASSERT_TRUE(std::isfinite(y)) << price << " type " << type;
+      EXPECT_GT(y, 1.0);
+      EXPECT_NEAR(price_of(y, type, &error), 0.0, 1e-6);
+      EXPECT_EQ(error, 0);
+    }
+  }
+}
+
+TEST(ExtremeInputs, SimpleYieldOfAPriceNearZeroIsAFailure) {
+  // JGBs quote a simple yield, (received / price - 1) / years: with a price
+  // of 5e-310 per 100 the quotient overflows, which is no yield.
+  int32_t error = 0;
+  EXPECT_EQ(yield_of(5e-310, 200, &error), -1.0);
+  EXPECT_EQ(error, 1);
+  // A merely tiny price still has its (huge, finite) simple yield.
+  EXPECT_TRUE(std::isfinite(yield_of(1e-10, 200, &error)));
+  EXPECT_EQ(error, 0);
+}
+
+TEST(ExtremeInputs, TickValueWithoutAPriceMovement) {
+  // Settling on the maturity date (1 January 1901, serial 366) the price no
+  // longer depends on the yield: the basis-point value is 0 and a tick is
+  // worth no finite yield change.
+  const int32_t day = 366;
+  int32_t error = 0;
+  EXPECT_EQ(tick_value(0.05, day, day, nullptr, &error), -999.0);
+  EXPECT_EQ(error, 401);
+  EXPECT_EQ(tick_value(0.0, day, day, nullptr, &error), -999.0);
+  EXPECT_EQ(error, 401);
+  // A denormal tick size overflows the quotient in the same way.
+  const double denormal = 2e-311;
+  EXPECT_EQ(tick_value(0.05, kMaturity, kSettlement, &denormal, &error), -999.0);
+  EXPECT_EQ(error, 401);
+  // A real bond and tick size: 1 / (valbp x 32), positive and finite.
+  const double value = tick_value(0.05, kMaturity, kSettlement, nullptr, &error);
+  EXPECT_EQ(error, 0);
+  EXPECT_GT(value, 0.0);
+  EXPECT_TRUE(std::isfinite(value));
+}
+
 }  // namespace

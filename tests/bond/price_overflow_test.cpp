@@ -30,15 +30,21 @@ double price(const double* coupons, int32_t n, int32_t type, int32_t* error) {
 }
 
 TEST(PriceOverflow, RedemptionRatioWithDenormalDenominator) {
-  // {rate, a, b}: redeemed at 100 * b / a = 4.7e305 per 100; the six-decimal
-  // rounding of U.S. Treasuries overflows even where the sum does not.
+  // {rate, a, b}: redeemed at 100 * b / a = 4.7e305 per 100. No bond redeems
+  // at anywhere near 1e100 times its face: the description is invalid, for
+  // U.S. Treasuries (whose six-decimal rounding would overflow) and for
+  // unrounded Gilts alike (whose sums overflow in other families, such as
+  // the collateralised principal of a Brady bond).
   const double coupons[] = {0.05, 1.0684727529772892e-305, 0.05};
-  int32_t error = 0;
-  EXPECT_EQ(price(coupons, 3, 0, &error), -1.0);
-  EXPECT_EQ(error, 1);
-  // Gilts are not rounded: the huge price is finite and stands.
-  error = -1;
-  EXPECT_TRUE(std::isfinite(price(coupons, 3, 40, &error)));
+  for (int32_t type : {0, 40}) {
+    int32_t error = 0;
+    EXPECT_EQ(price(coupons, 3, type, &error), -1.0) << type;
+    EXPECT_EQ(error, 1) << type;
+  }
+  // A real redemption form (102 per 100 of 100) prices.
+  const double at_102[] = {0.05, 100.0, 102.0};
+  int32_t error = -1;
+  EXPECT_TRUE(std::isfinite(price(at_102, 3, 40, &error)));
   EXPECT_EQ(error, 0);
 }
 

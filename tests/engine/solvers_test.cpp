@@ -49,6 +49,19 @@ TEST(NewtonSolve, ReportsFailureModes) {
   EXPECT_EQ(nan_start, 0.3);
 }
 
+TEST(NewtonSolve, RefusesInfiniteStartsAndSteps) {
+  int32_t err = 0;
+  const auto line = [](double x, double* d) { *d = 1.0; return x; };
+  newton_solve(line, 5.0, INFINITY, 1e-6, 64, &err);
+  EXPECT_EQ(err, 1) << "infinite start";
+  // A denormal slope turns the first step into an infinity: the last
+  // finite point comes back with the failure.
+  const double x = newton_solve([](double v, double* d) { *d = 5e-324; return v; }, 5.0, 0.5,
+                                1e-6, 64, &err);
+  EXPECT_EQ(err, 1) << "overflowing step";
+  EXPECT_EQ(x, 0.5);
+}
+
 TEST(NewtonSolve, HalvesStepsRejectedByPredicate) {
   // f(x) = x^2 - 4 from 0.1: the first Newton step lands near 20, beyond the
   // valid region x < 5; halving brings it back and the search still converges.
@@ -122,6 +135,17 @@ TEST(YieldConvert, ContinuousCompounding) {
   EXPECT_EQ(yield_convert(0.06, 0, 0, 0, 0, &err), 0.06);
   EXPECT_EQ(yield_convert(-3.0, 2, 0, 2, 0, &err), 0.0);
   EXPECT_EQ(err, 1) << "1 + y/d <= 0 has no continuous equivalent";
+}
+
+TEST(YieldConvert, OverflowIsAnError) {
+  int32_t err = 0;
+  // (1 + 1e30 / 12)^12 and e^1000 exceed the largest double.
+  yield_convert(1e30, 12, 1, 12, 1, &err);
+  EXPECT_EQ(err, 1);
+  yield_convert(1000.0, 0, 1, 0, 1, &err);
+  EXPECT_EQ(err, 1);
+  EXPECT_NEAR(yield_convert(1.0, 0, 1, 0, 1, &err), std::exp(1.0) - 1.0, kTight);
+  EXPECT_EQ(err, 0);
 }
 
 TEST(RoundTo, RoundsHalfUp) {
