@@ -214,7 +214,13 @@ KVL_EXPORT double KVL_API KVLbnbasis1(const double* coupons, int32_t n_coupons,
     *err = KVL_ERR_INVALID;
     return -1.0;
   }
-  return forward - futures_price * conversion_factor;
+  // An invoice price (futures price x factor) beyond a double is no basis.
+  const double net_basis = forward - futures_price * conversion_factor;
+  if (!is_finite_number(net_basis)) {
+    *err = KVL_ERR_INVALID;
+    return -1.0;
+  }
+  return net_basis;
 }
 
 KVL_EXPORT double KVL_API KVLbnbasis(const double* coupons, int32_t n_coupons,

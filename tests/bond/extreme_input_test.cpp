@@ -42,11 +42,36 @@ TEST(ExtremeInputs, DenormalConversionFactorIsAFailure) {
   EXPECT_TRUE(std::isfinite(sane));
 }
 
+TEST(ExtremeInputs, OverflowingInvoicePriceIsNoNetBasis) {
+  // Futures price 1e300 times a factor of 1e300: the invoice price is no
+  // double, and the net basis is error 1, not minus infinity.
+  const double coupon = 0.05;
+  int32_t error = 0;
+  const double absurd = KVLbnbasis(&coupon, 1, &kMaturity, 1, kSettlement, kDelivery, 98.5,
+                                   0.03, 1e300, 1e300, nullptr, nullptr, nullptr, nullptr, 0,
+                                   nullptr, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr,
+                                   nullptr, nullptr, nullptr, nullptr, &error);
+  EXPECT_EQ(error, 1);
+  EXPECT_EQ(absurd, -1.0);
+  // A real contract: forward price less 110 x 0.9, finite.
+  const double sane = KVLbnbasis(&coupon, 1, &kMaturity, 1, kSettlement, kDelivery, 98.5, 0.03,
+                                 110.0, 0.9, nullptr, nullptr, nullptr, nullptr, 0, nullptr,
+                                 nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr,
+                                 nullptr, nullptr, nullptr, &error);
+  EXPECT_EQ(error, 0);
+  EXPECT_TRUE(std::isfinite(sane));
+}
+
 TEST(ExtremeInputs, AbsurdInflationLinkedCoupons) {
   int32_t error = 0;
   // An index-linked gilt with a real coupon of 1e300 (a fraction of par).
   EXPECT_EQ(KVLilgpr(1e300, 1.5, 200.0, 250.0, kMaturity, kSettlement, 0.01, nullptr, nullptr,
                      nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0, &error),
+            -1.0);
+  EXPECT_EQ(error, 1);
+  // A next coupon payment of 5.5e303 per 100: its accrued part overflows.
+  EXPECT_EQ(KVLilgai(0.025, 5.4861240764577203e303, kMaturity, kSettlement, nullptr, nullptr,
+                     nullptr, nullptr, 0, nullptr, nullptr, &error),
             -1.0);
   EXPECT_EQ(error, 1);
   // A TIPS with a denormal coupon (percent): no table, outputs NULL.
