@@ -94,8 +94,12 @@ double pik_price(double yield, const pik_desc& desc, double* first_derivative,
                            : multi_period_price(yield, desc, first_derivative, err);
   if (*err != 0) return price;
   // A denominator a hair above zero (1 + y/f or 1 + t y) overflows the
-  // discount factors as surely as a zero one divides by zero.
-  if (!std::isfinite(price) || (first_derivative && !std::isfinite(*first_derivative)))
+  // discount factors as surely as a zero one divides by zero; a factor that
+  // stays just finite (1 + y/f near 0.01 over 160 periods) gives a price no
+  // quote can round, and none anywhere near 1e100 per 100 is real.
+  constexpr double kAbsurdPrice = 1e100;
+  if (!(std::fabs(price) < kAbsurdPrice) ||
+      (first_derivative && !std::isfinite(*first_derivative)))
     return zero_denominator(err);
   return price;
 }

@@ -54,6 +54,21 @@ TEST(PikExtremeInputs, DiscountOverflowIsAVanishingDenominator) {
   EXPECT_EQ(bond.error, 401);
 }
 
+TEST(PikExtremeInputs, DiscountJustShortOfOverflowIsAVanishingDenominator) {
+  // Settled in March 1949, 162 half-years before a 2030 maturity, at a yield
+  // of -197.25 %: v = 1 / 0.01375 and v^162 is about 1e301, finite, but the
+  // Treasury rounding to six decimals multiplies it past the largest double.
+  PikBond bond;
+  bond.type = 0;
+  bond.dates = {civil_serial(2030, 6, 15)};
+  bond.settlement = 17976;  // 21 March 1949
+  EXPECT_EQ(bond.price(-1.9725), -100.0);
+  EXPECT_EQ(bond.error, 401);
+  // The same bond at a real yield prices normally.
+  EXPECT_TRUE(std::isfinite(bond.price(0.05)));
+  EXPECT_EQ(bond.error, 0);
+}
+
 TEST(PikExtremeInputs, OnePeriodYieldOfAPriceNearZero) {
   // Settling on the last coupon date but one (no accrued interest), the
   // closed form divides the final amount by the price: 1.06 / 5e-312
