@@ -2,7 +2,8 @@
 # Runs each libFuzzer harness for a number of seconds from its seed corpus.
 # Usage: bash fuzz/run.sh SECONDS [harness ...]   (default: every harness)
 # KBOND_FUZZ_JOBS=N runs N harnesses at a time (default 1), each a single
-# fuzzing process. The harnesses are built first (fuzz/build.sh). New inputs
+# fuzzing process; KBOND_FUZZ_SEED=S fixes libFuzzer's random seed, so that
+# a run repeats the same mutations from the same seeds. The harnesses are built first (fuzz/build.sh). New inputs
 # go to a working corpus under build/fuzz/corpus/<family> (the committed
 # seeds stay small); a failing input is written to build/fuzz/artifacts/ and
 # the script exits non-zero after running the others.
@@ -27,7 +28,7 @@ run_one() {
   work="$out/corpus/$family"; seeds="$root/fuzz/corpus/$family"
   mkdir -p "$work" "$seeds"
   log="$out/$family.log"
-  "$out/$h" -max_total_time="$seconds" -timeout=120 -rss_limit_mb=2048 -print_final_stats=1 \
+  "$out/$h" ${KBOND_FUZZ_SEED:+-seed=$KBOND_FUZZ_SEED} -max_total_time="$seconds" -timeout=120 -rss_limit_mb=2048 -print_final_stats=1 \
       -artifact_prefix="$out/artifacts/$family-" "$work" "$seeds" >"$log" 2>&1
   rc=$?
   runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || true)

@@ -2,6 +2,7 @@
 // money-market last period, round trips, taxes and business-day payment.
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 
 #include "frn_test_support.h"
@@ -167,6 +168,12 @@ TEST(FrnTax, HoldingAbove24IsCountedInDays) {
   days.holding = &negative;
   EXPECT_EQ(days.price(0.1, &err), -1.0);
   EXPECT_EQ(err, 460);
+  // A holding of INT32_MAX days ends with the last serial, after maturity:
+  // the gain is taxed as income, as under 24 months (no overflow on the way).
+  const int32_t forever = INT32_MAX;
+  days.holding = &forever;
+  EXPECT_EQ(days.price(0.1, &err), months.price(0.1, &err));
+  EXPECT_EQ(err, 0);
 }
 
 TEST(FrnPrice, PayingOnBusinessDaysDiscountsToAdjustedDates) {
