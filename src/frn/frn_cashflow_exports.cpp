@@ -16,7 +16,8 @@ using kbond::frn::ValuationArgs;
 
 namespace {
 
-// Fills the columns, allocated here; 0 rows on failure with nothing held.
+// Fills the columns, allocated here; 0 rows on failure with nothing held
+// (error 1 when an amount overflows).
 int32_t fill_cash_flows(const FrnSchedule& s, const kbond::frn::FrnRateSchedule& rates,
                         const ValuationArgs& args, const double* price, int32_t** dates_out,
                         double** amounts_out, int32_t& err) noexcept {
@@ -46,6 +47,15 @@ int32_t fill_cash_flows(const FrnSchedule& s, const kbond::frn::FrnRateSchedule&
   double final_amount = redemption;
   if (price && *price < redemption) final_amount -= valuation.tax.gain_rate * (redemption - *price);
   amounts[rows - 1] += final_amount;
+  // A rate near the largest double, or a tiny year length, overflows an
+  // amount: a table with an infinite row is no table.
+  for (int32_t i = 0; i < rows; ++i) {
+    if (!std::isfinite(amounts[i])) {
+      kbond::engine::release_cashflow_columns(dates, amounts);
+      err = 1;
+      return 0;
+    }
+  }
   *dates_out = dates;
   *amounts_out = amounts;
   return rows;

@@ -101,5 +101,24 @@ TEST(FrnCashFlows, FailureHandsOutNothing) {
   KVLfrncshflw_free(nullptr, nullptr);
 }
 
+TEST(FrnCashFlows, OverflowingAmountFailsWithNothingHeld) {
+  // A rate of 3e307 is a finite number, yet its coupon per 100 is not: the
+  // whole table fails rather than hand out an infinite row (found by fuzzing).
+  Note note;
+  note.rates = {2.9542949574154552e307};
+  int32_t* dates = nullptr;
+  double* amounts = nullptr;
+  int32_t err = -1;
+  EXPECT_EQ(note.cash_flows(&dates, &amounts, nullptr, &err), 0);
+  EXPECT_EQ(err, 1);
+  EXPECT_EQ(dates, nullptr);
+  EXPECT_EQ(amounts, nullptr);
+  // The same note at a sane rate still has its table.
+  note.rates = {0.05};
+  EXPECT_GT(note.cash_flows(&dates, &amounts, nullptr, &err), 0);
+  EXPECT_EQ(err, 0);
+  KVLfrncshflw_free(dates, amounts);
+}
+
 }  // namespace
 }  // namespace kbond::frn
