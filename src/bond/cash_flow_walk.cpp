@@ -18,7 +18,7 @@ constexpr int32_t kActual365DayCount = 5;
 }  // namespace
 
 DiscountClock::DiscountClock(const engine::bond_desc& desc) noexcept : desc_(desc) {
-  const int32_t method = engine::bond_type_yield_method(desc.type, desc.yield_method_arg);
+  const int32_t method = engine::bond_type_yield_method(desc.conventions, desc.yield_method_arg);
   if (method == 0 && engine::final_period_method(desc) == kActual365FinalMethod) {
     kind_ = Kind::kActual365;
   } else if (method == kActual36525YieldMethod &&

@@ -30,7 +30,7 @@ enum class Method { kSimpleInterestLife, kMoneyMarketLastPeriod, kIteration };
 // face; an amortising bond is always solved by iteration.
 Method choose_method(const bond_desc& desc) noexcept {
   if (desc.price_factor_flag) return Method::kIteration;
-  const int32_t method = engine::bond_type_yield_method(desc.type, desc.yield_method_arg);
+  const int32_t method = engine::bond_type_yield_method(desc.conventions, desc.yield_method_arg);
   if (method == kSimpleInterestMethod) return Method::kSimpleInterestLife;
   if (method == 0 && engine::final_period_method(desc) == kMoneyMarketFinalPeriod)
     return Method::kMoneyMarketLastPeriod;

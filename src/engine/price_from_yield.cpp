@@ -110,7 +110,7 @@ double price_from_yield(double yield, const bond_desc& desc, double* first_deriv
   if (desc.amort_kind != kNoAmortisation)
     return amortising_evaluator(yield, desc, first_derivative, second_derivative, err);
 
-  const int32_t yield_method = bond_type_yield_method(desc.type, desc.yield_method_arg);
+  const int32_t yield_method = bond_type_yield_method(desc.conventions, desc.yield_method_arg);
   switch (yield_method) {
     case kStandardYield:
       if (final_period_method(desc) == kSimpleFinalPeriod)
