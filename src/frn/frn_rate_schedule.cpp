@@ -32,7 +32,9 @@ double rate_days(const FrnRateSchedule& r, int32_t start, int32_t end, int32_t d
     sum += r.rates[i] * frn_day_span(start, from, to, day_count);
     from = to;
   }
-  return sum + r.rates[i] * (frn_day_span(start, from, end, day_count) + extra_days);
+  // In double: a type may add any int32 count of extra days.
+  return sum + r.rates[i] * (static_cast<double>(frn_day_span(start, from, end, day_count)) +
+                             static_cast<double>(extra_days));
 }
 
 double frn_period_coupon(const FrnRateSchedule& r, const FrnType& type, int32_t start,

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 
 #include "frn_test_support.h"
 
@@ -42,6 +43,26 @@ TEST_F(TinyYearLength, ConvexityAndPriceFailInsteadOfNaN) {
   const double price = note_.price(0.052, &error);
   if (error == 0) EXPECT_TRUE(std::isfinite(price));
   else EXPECT_EQ(price, -1.0);
+}
+
+TEST(FrnOverflow, ExtremeExtraAccrualDaysAddWithoutWrapping) {
+  // Any int32 is a valid count of extra accrual days; near the limits the
+  // count plus the days since the last coupon must not wrap (found by
+  // fuzzing). Each extra day adds a day's interest at the rate in force.
+  Note plain;
+  int32_t error = -1;
+  const double base = plain.accrued(&error);
+  ASSERT_EQ(error, 0);
+  for (const int32_t extra : {INT32_MAX - 1, INT32_MIN}) {
+    Note note;
+    note.type = KVLfrntype(0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                           &extra, 0, 0, 0, 0, 0, 0, &error);
+    ASSERT_EQ(error, 0);
+    const double accrued = note.accrued(&error);
+    EXPECT_EQ(error, 0);
+    EXPECT_NEAR(accrued, base + 0.05 * extra / 360.0 * 100.0, 1e-6 * std::fabs(accrued));
+    KVLfreefrntype(note.type);
+  }
 }
 
 TEST(FrnOverflow, DefaultTypeStillPrices) {
