@@ -24,7 +24,8 @@ struct MarginCall {
 };
 
 // Runs `compute(schedule, err)` on the placed schedule; -1.0 with the error
-// code when the type or the schedule cannot be set up.
+// code when the type or the schedule cannot be set up, or error 1 when the
+// margin overflows.
 template <class Compute>
 double run_margin_call(const MarginCall& call, int32_t& err, Compute&& compute) noexcept {
   FrnTypeOverrides overrides;
@@ -39,7 +40,14 @@ double run_margin_call(const MarginCall& call, int32_t& err, Compute&& compute) 
   err = frn_schedule_setup(&record, call.maturity, call.settlement, call.previous_coupon,
                            call.next_coupon, call.next_coupon ? 1 : 0, nullptr, 0, &schedule);
   if (err) return -1.0;
-  return compute(schedule, err);
+  const double margin = compute(schedule, err);
+  // A year length near the largest double shrinks the life to a denormal
+  // and the quotient overflows: a margin that is not finite is no margin.
+  if (err == 0 && !std::isfinite(margin)) {
+    err = 1;
+    return -1.0;
+  }
+  return margin;
 }
 
 // Market inputs of a margin: rates must be numbers, the price a positive one.

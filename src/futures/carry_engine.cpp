@@ -44,7 +44,8 @@ struct CouponWalk {
     if (date == desc.maturity && desc.partial_period && desc.position != engine::kNoGridDateLeft) {
       const int32_t regular_end =
           dates::schedule_date(start, 1, desc.months_per_period, desc.anchor, desc.eom, nullptr);
-      if (regular_end > desc.maturity) periods = desc.last_coupon;
+      // (-1: the regular end lies beyond the last serial, so past maturity)
+      if (regular_end < 0 || regular_end > desc.maturity) periods = desc.last_coupon;
     }
     return (1.0 - desc.coupon_tax) * rate * periods / desc.frequency;
   }
@@ -56,9 +57,11 @@ struct CouponWalk {
       date = INT32_MAX;  // nothing is paid after maturity
       return;
     }
+    // A grid date beyond the last serial does not exist (-1): the bond
+    // still pays at maturity, and the walk must never step back.
     const int32_t next =
         dates::schedule_date(date, 1, desc.months_per_period, desc.anchor, desc.eom, nullptr);
-    date = next > desc.maturity ? desc.maturity : next;
+    date = (next <= date || next > desc.maturity) ? desc.maturity : next;
   }
 };
 

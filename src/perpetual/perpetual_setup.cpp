@@ -82,8 +82,10 @@ bool read_conventions(const perpetual_args& a, perpetual_desc& d) noexcept {
   if (!valid_frequency(g.frequency)) return false;
   g.months_per_period = 12 / g.frequency;
 
+  // No withholding tax comes near 1e100 either; such a rate only turns the
+  // net coupon (1 - rate) into an overflow.
   g.coupon_tax = a.withholding_tax ? *a.withholding_tax : 0.0;
-  if (!std::isfinite(g.coupon_tax)) return false;
+  if (!(std::fabs(g.coupon_tax) < 1e100)) return false;
   d.ex_coupon_rule = normalise_ex_coupon_rule(a.ex_coupon_rule);
   g.yield_method_arg = d.ex_coupon_rule;
 

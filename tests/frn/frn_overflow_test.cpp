@@ -65,6 +65,27 @@ TEST(FrnOverflow, ExtremeExtraAccrualDaysAddWithoutWrapping) {
   }
 }
 
+TEST(FrnOverflow, MarginWithAHugeYearLengthFails) {
+  // A year length of 1e300 days shrinks the note's life to a denormal; a
+  // price far from par then gave a simple margin of minus infinity with
+  // error 0 (found by fuzzing). The same type at par has a finite margin.
+  const double year_length = 1e300;
+  int32_t error = -1;
+  const int32_t type = KVLfrntype(0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                  &year_length, nullptr, 0, 0, 0, 0, 0, 0, &error);
+  ASSERT_EQ(error, 0);
+  const int32_t maturity = testing::ymd(2030, 6, 15), settlement = testing::ymd(2026, 3, 1);
+  const double far = KVLtfrnsm(type, maturity, settlement, 0.05, 1.2484450978421138e55, 0.048,
+                               0.002, nullptr, nullptr, nullptr, nullptr, nullptr, &error);
+  EXPECT_EQ(error, 1);
+  EXPECT_EQ(far, -1.0);
+  const double at_par = KVLtfrnsm(type, maturity, settlement, 0.05, 100.0, 0.048, 0.002, nullptr,
+                                  nullptr, nullptr, nullptr, nullptr, &error);
+  EXPECT_EQ(error, 0);
+  EXPECT_TRUE(std::isfinite(at_par));
+  KVLfreefrntype(type);
+}
+
 TEST(FrnOverflow, DefaultTypeStillPrices) {
   // The default note at a 5.2 % yield against a 5 % coupon: finite, below par.
   Note note;

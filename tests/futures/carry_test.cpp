@@ -179,6 +179,40 @@ TEST(CarryMeasures, DaysBeforeTheEndDate) {
   EXPECT_DOUBLE_EQ(with_days, shortened);
 }
 
+TEST(CarryMeasures, LastGridDateBeyondTheLastSerial) {
+  // A 5 % bond (type 42, actual/365) maturing on the last date the library
+  // knows, 4 September 6896, with a 29 June / 29 December grid from its
+  // first coupon: the grid date after 29 June 6896 does not exist. The
+  // coupon walk used to start over from the beginning there, for ever, and
+  // the last period counted as a whole one (found by fuzzing).
+  const double coupon = 0.05;
+  const int32_t maturity = 1825000, first_coupon = 22826, type = 42;
+  const int32_t settlement = maturity - 200;  // 16 February 6896
+  int32_t error = -1;
+  const double carry = KVLbcarry1(&coupon, 1, &maturity, 1, settlement, maturity, 100.0, 0.0,
+                                  nullptr, &first_coupon, &type, nullptr, 0, nullptr, nullptr,
+                                  nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr, nullptr,
+                                  nullptr, nullptr, nullptr, nullptr, 0, nullptr, &error);
+  ASSERT_EQ(error, 0);
+  // At a zero repo: the 29 June coupon (2.5) and the broken last one
+  // (67 days, about 0.92), the accrued at the end (at most that again), less
+  // the 49 days accrued at settlement (0.67). A whole last coupon would
+  // put it above 5.
+  EXPECT_GT(carry, 2.5 + 0.9 - 0.68);
+  EXPECT_LT(carry, 2.5 + 2 * 0.92 - 0.67);
+  // The implied repo walks the same coupons at every trial rate.
+  const double futures = 99.0, cf = 1.0;
+  const double repo = KVLbirepo(&coupon, 1, &maturity, 1, settlement, 100.0, futures, cf,
+                                maturity, nullptr, nullptr, &first_coupon, &type, nullptr, 0,
+                                nullptr, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr,
+                                nullptr, nullptr, nullptr, nullptr, &error);
+  ASSERT_EQ(error, 0);
+  // Bought at 100 and delivered at 99: the financing uses up what the
+  // carry earned beyond that point, about 2.64 on 100.67 over 200 days, a
+  // rate near 4.8 %.
+  EXPECT_NEAR(repo, 2.64 / 100.67 * 365.0 / 200.0, 0.002);
+}
+
 // A Gilt settling 1 April 2010 and carried to 2 June 2010: the 7 June
 // coupon went ex on 28 May (seven business days back from Monday 7 June is
 // Thursday 27 May, plus a day). The forward buyer gets the gilt ex-coupon;

@@ -55,6 +55,24 @@ TEST(PerpetualExtremeInputs, AbsurdRateOrYieldThatOverflowsTheRounding) {
   EXPECT_EQ(treasury.error, 0);
 }
 
+TEST(PerpetualExtremeInputs, AbsurdWithholdingTaxIsAnInvalidDescription) {
+  // A tax of -1.2e308 makes the net coupon overflow: the accrued interest
+  // and the coupon amount were infinite with error 0 (found by fuzzing).
+  const double absurd_tax = -1.2301860863957261e308;
+  PerpetualBond bond;
+  bond.tax = &absurd_tax;
+  EXPECT_EQ(bond.accrued(), -1.0);
+  EXPECT_EQ(bond.error, 1);
+  EXPECT_EQ(bond.coupon_amount(), -1.0);
+  EXPECT_EQ(bond.error, 1);
+  // A real tax (or a subsidy, negative) still nets the coupon: 6 % less 20 %
+  // on a semi-annual bond is 2.4 per 100.
+  const double tax = 0.2;
+  bond.tax = &tax;
+  EXPECT_NEAR(bond.coupon_amount(), 2.4, 1e-12);
+  EXPECT_EQ(bond.error, 0);
+}
+
 TEST(PerpetualExtremeInputs, TickValueWithoutAPriceMovement) {
   // A perpetual paying nothing is worth 0 at every yield: a basis point
   // moves nothing and a tick is worth no finite yield change.
