@@ -29,12 +29,17 @@ double discount(double rate, double t, int32_t mode) {
 // in turn, the last one being the maturity.
 struct CouponWalk {
   const engine::bond_desc& desc;
-  int32_t date;       // payment date of the current coupon
-  int32_t start;      // start of its period
+  dates::MonthSchedule grid;  // built once: each step is then one date look-up
+  int32_t index = 0;          // grid index of `date`
+  int32_t date;               // payment date of the current coupon
+  int32_t start;              // start of its period
   bool first = true;
 
   explicit CouponWalk(const engine::bond_desc& d)
-      : desc(d), date(d.next_coupon), start(d.period_start) {}
+      : desc(d), grid(d.anchor, d.months_per_period, d.eom), date(d.next_coupon),
+        start(d.period_start) {
+    grid.around(date, 0, &index);
+  }
 
   // Coupon per unit of face paid at `date` (net of withholding).
   double amount() const {
@@ -59,8 +64,7 @@ struct CouponWalk {
     }
     // A grid date beyond the last serial does not exist (-1): the bond
     // still pays at maturity, and the walk must never step back.
-    const int32_t next =
-        dates::schedule_date(date, 1, desc.months_per_period, desc.anchor, desc.eom, nullptr);
+    const int32_t next = grid.date(++index);
     date = (next <= date || next > desc.maturity) ? desc.maturity : next;
   }
 };
