@@ -59,18 +59,19 @@ int32_t first_amortisation_date(const bond_desc& desc, int32_t* grid_index) noex
   return grid_after(desc, first - 1, grid_index);
 }
 
-double outstanding_factor(const bond_desc& desc, int32_t t) noexcept {
-  if (desc.amort_kind == kNoAmortisation || t >= desc.maturity) return 1.0;
-  int32_t j0 = 0;
-  const int32_t s0 = first_amortisation_date(desc, &j0);
-  if (s0 <= 0 || t < s0) return 1.0;
-  const int32_t p = sink_step_months(desc);
-  if (p <= 0) return 1.0;
+OutstandingCursor::OutstandingCursor(const bond_desc& desc) noexcept : desc_(desc) {
+  if (desc.amort_kind == kNoAmortisation || sink_step_months(desc) <= 0) return;
+  first_ = first_amortisation_date(desc, &index_);
+}
 
-  if (desc.amort_kind == kEqualAmortisation) {
-    const int32_t k = dates::months_between(s0, t, desc.eom, nullptr) / p + 1;
+double OutstandingCursor::at(int32_t t) noexcept {
+  if (first_ <= 0 || t >= desc_.maturity || t < first_) return 1.0;
+  const int32_t p = sink_step_months(desc_);
+
+  if (desc_.amort_kind == kEqualAmortisation) {
+    const int32_t k = dates::months_between(first_, t, desc_.eom, nullptr) / p + 1;
     int32_t exact = 0;
-    const int32_t months = dates::months_between(s0, desc.maturity, desc.eom, &exact);
+    const int32_t months = dates::months_between(first_, desc_.maturity, desc_.eom, &exact);
     // Maturity is the last of the N amortisation dates, on the grid or not.
     const int32_t n = months / p + ((months % p == 0 && exact) ? 1 : 2);
     if (n <= 0) return 1.0;
@@ -78,15 +79,24 @@ double outstanding_factor(const bond_desc& desc, int32_t t) noexcept {
     return left < 0.0 ? 0.0 : left;
   }
 
-  double repaid = 0.0;
-  int32_t previous = 0;
-  for (int32_t j = j0;; j += desc.periods_per_sink) {
-    const int32_t d = grid_date(desc, j);
-    if (d > t || d <= previous) break;
-    repaid += scheduled_amount(desc, d);
-    previous = d;
+  // A grid date that does not advance (beyond the calendar's end) closes
+  // the schedule.
+  while (!exhausted_) {
+    const int32_t d = grid_date(desc_, index_);
+    if (d > t) break;
+    if (d <= previous_) {
+      exhausted_ = true;
+      break;
+    }
+    repaid_ += scheduled_amount(desc_, d);
+    previous_ = d;
+    index_ += desc_.periods_per_sink;
   }
-  return repaid > 1.0 ? 0.0 : 1.0 - repaid;
+  return repaid_ > 1.0 ? 0.0 : 1.0 - repaid_;
+}
+
+double outstanding_factor(const bond_desc& desc, int32_t t) noexcept {
+  return OutstandingCursor(desc).at(t);
 }
 
 double amortisation_due(const bond_desc& desc, int32_t d) noexcept {

@@ -170,6 +170,24 @@ int32_t first_amortisation_date(const bond_desc& desc, int32_t* grid_index) noex
 // amortisation date and from maturity on, 0 when the repayments exceed 1.
 double outstanding_factor(const bond_desc& desc, int32_t t) noexcept;
 
+// The outstanding factor along dates that never go back: `at(t)` equals
+// outstanding_factor(desc, t) but walks the amortisation dates only once,
+// so a coupon-by-coupon walk over a long sinking fund stays linear.
+class OutstandingCursor {
+ public:
+  explicit OutstandingCursor(const bond_desc& desc) noexcept;
+  // t must not be earlier than the previous call's t.
+  double at(int32_t t) noexcept;
+
+ private:
+  const bond_desc& desc_;
+  int32_t first_ = 0;   // first amortisation date, 0 when none
+  int32_t index_ = 0;   // grid index of the next amortisation date to count
+  int32_t previous_ = 0;
+  bool exhausted_ = false;
+  double repaid_ = 0.0;
+};
+
 // Amount repaid on amortisation date d (fraction of initial face), 0 for
 // dates before the first amortisation date or from maturity on; the
 // remainder at maturity is 1 - the repayments before it.

@@ -153,6 +153,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   double income = 0.0;
   int32_t from = desc.settlement;
   CouponWalk coupon(desc);
+  engine::OutstandingCursor outstanding(desc);
   auto accrue_to = [&](int32_t to) {
     const double t = (to - from) * unit;
     if (financing != kFullPeriodInterest) {
@@ -166,8 +167,8 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
     if (desc.price_factor_flag) {
       // Coupon on the face outstanding through the period, then the
       // principal repaid on the date.
-      const double before = engine::outstanding_factor(desc, coupon.date - 1);
-      const double after = engine::outstanding_factor(desc, coupon.date);
+      const double before = outstanding.at(coupon.date - 1);
+      const double after = outstanding.at(coupon.date);
       income += coupon.amount() * before + (before - after);
     } else {
       income += coupon.amount();
@@ -185,7 +186,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
     return -1.0;
   }
   const double end_accrued = market_accrued(at_end.accrued, desc.type);
-  const double end_factor = desc.price_factor_flag ? engine::outstanding_factor(desc, stop) : 1.0;
+  const double end_factor = desc.price_factor_flag ? outstanding.at(stop) : 1.0;
   // Ex-coupon at the end: the forward buyer takes the bond without the
   // coming coupon, which stays with the position; it is worth its amount
   // discounted from its payment date at the reinvestment rate. A coupon the
