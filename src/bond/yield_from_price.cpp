@@ -12,6 +12,7 @@
 #include "engine/evaluator_common.h"
 #include "engine/price_from_yield.h"
 #include "engine/solvers.h"
+#include "engine/safe_math.h"
 
 namespace kbond::bond {
 
@@ -43,11 +44,10 @@ double fail(int32_t* error, int32_t code, double value = -1.0) noexcept {
 }
 
 // A price a hair above zero has a yield of astronomical size, or one that
-// overflows; beyond this (10^102 percent) it is no yield at all.
-constexpr double kAbsurdYield = 1e100;
+// overflows; beyond 10^102 percent it is no yield at all.
 
 double checked_yield(double y, int32_t* error, double failure_value) noexcept {
-  if (*error == 0 && !(std::fabs(y) < kAbsurdYield)) return fail(error, 1, failure_value);
+  if (*error == 0 && !engine::plausible_magnitude(y)) return fail(error, 1, failure_value);
   return y;
 }
 

@@ -17,6 +17,7 @@
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
 #include "engine/custom_types.h"
+#include "engine/safe_math.h"
 
 namespace kbond::engine {
 namespace {
@@ -448,10 +449,6 @@ void apply_ex_dividend(bond_desc& d) noexcept {
 
 }  // namespace
 
-namespace {
-constexpr double kAbsurdAmount = 1e100;  // fractions of face
-}  // namespace
-
 int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
   std::construct_at(&desc);  // in place: the record is large
   desc.settlement = args.settlement;
@@ -484,8 +481,8 @@ int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
   // 100 from the {rate, a, b} form with a denormal a) must not turn into
   // infinite amounts downstream: such a bond is not a valid description. No
   // real bond pays, accrues or redeems anywhere near 1e100 times its face.
-  if (!(std::fabs(desc.accrued) < kAbsurdAmount) || !(std::fabs(desc.full_coupon) < kAbsurdAmount) ||
-      !(desc.redemption * 0.01 < kAbsurdAmount)) {
+  if (!plausible_magnitude(desc.accrued) || !plausible_magnitude(desc.full_coupon) ||
+      !(desc.redemption * 0.01 < kAbsurdMagnitude)) {
     bond_release(desc);
     return 1;
   }

@@ -8,6 +8,16 @@ namespace kbond::engine {
 
 inline constexpr double kOverflowMarker = 1.7014117331926443e38;
 
+// No real price, yield, rate or cash flow comes anywhere near 1e100 (per
+// unit or per 100 of face). Such magnitudes come only from broken input and
+// would overflow further on, so they are errors rather than results.
+inline constexpr double kAbsurdMagnitude = 1e100;
+
+// |x| short of the absurd; false for NaN and the infinities.
+inline bool plausible_magnitude(double x) noexcept {
+  return x < kAbsurdMagnitude && x > -kAbsurdMagnitude;
+}
+
 // 0 for x = 0; the overflow marker for x < 0 with a non-integer exponent.
 double safe_pow(double x, double e) noexcept;
 // ln x for x > 0, else the overflow marker.

@@ -40,14 +40,9 @@ double run_margin_call(const MarginCall& call, int32_t& err, Compute&& compute) 
   err = frn_schedule_setup(&record, call.maturity, call.settlement, call.previous_coupon,
                            call.next_coupon, call.next_coupon ? 1 : 0, nullptr, 0, &schedule);
   if (err) return -1.0;
-  const double margin = compute(schedule, err);
   // A year length near the largest double shrinks the life to a denormal
-  // and the quotient overflows: a margin that is not finite is no margin.
-  if (err == 0 && !std::isfinite(margin)) {
-    err = 1;
-    return -1.0;
-  }
-  return margin;
+  // and the quotient overflows.
+  return finite_or_fail(compute(schedule, err), err, -1.0);
 }
 
 // Market inputs of a margin: rates must be numbers, the price a positive one.

@@ -97,16 +97,11 @@ Result run_note_call(const NoteCall& call, int32_t& err, Result failure, Compute
                            call.coupon_dates, call.coupon_count, call.holidays, call.holiday_count,
                            &schedule);
   if (err) return failure;
-  const Result result = compute(schedule, err);
-  // A tiny year length or absurd rates overflow the accrual fractions: a
-  // result without a finite value is no result.
   if constexpr (std::is_floating_point_v<Result>) {
-    if (err == 0 && !std::isfinite(result)) {
-      err = 1;
-      return failure;
-    }
+    return finite_or_fail(compute(schedule, err), err, failure);
+  } else {
+    return compute(schedule, err);
   }
-  return result;
 }
 
 // Taxes and redemption of a valuation: 0, or 250 / 460 from the taxes,

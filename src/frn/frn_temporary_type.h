@@ -5,6 +5,7 @@
 // releases the registration when it returns, whatever the path. The copy
 // lives on the stack; the calculation never touches the registry again.
 #pragma once
+#include <cmath>
 #include <cstdint>
 
 #include "frn/frn_registry.h"
@@ -32,5 +33,15 @@ class TemporaryFrnType {
   int32_t handle_;
   FrnType record_;
 };
+
+// A tiny year length or absurd rates overflow the accrual fractions: a
+// result that is not finite is no result (error 1 with the failure value).
+inline double finite_or_fail(double value, int32_t& err, double failure) noexcept {
+  if (err == 0 && !std::isfinite(value)) {
+    err = 1;
+    return failure;
+  }
+  return value;
+}
 
 }  // namespace kbond::frn

@@ -26,8 +26,7 @@ bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
   // (denormal) or absurd values would only overflow the projected flows.
   if (!std::isnormal(args.real_coupon) || args.real_coupon > 1.0) return false;
   // Nor does a coupon payment come anywhere near 1e100 per 100 of face.
-  constexpr double kAbsurdAmount = 1e100;
-  if (!(args.next_coupon_amount < kAbsurdAmount)) return false;
+  if (!(args.next_coupon_amount < engine::kAbsurdMagnitude)) return false;
   if (!(args.real_coupon > 0.0) || !(args.next_coupon_amount > 0.0) || !(args.base_index > 0.0) ||
       !(args.latest_index > 0.0) || !std::isfinite(args.real_coupon) ||
       !std::isfinite(args.next_coupon_amount) || !std::isfinite(args.base_index) ||

@@ -14,6 +14,7 @@
 #include "engine/coupon_schedule.h"
 #include "engine/evaluator_common.h"
 #include "perpetual/perpetual_desc.h"
+#include "engine/safe_math.h"
 
 namespace kbond::perpetual {
 namespace {
@@ -33,9 +34,8 @@ bool read_rates_and_steps(const perpetual_args& a, perpetual_desc& d) noexcept {
   if (a.n_coupons > 1 && a.n_coupons != a.n_steps) return false;
   // No coupon rate comes anywhere near 1e100 a year; such rates only
   // overflow the prices downstream.
-  constexpr double kAbsurdRate = 1e100;
   for (int32_t i = 0; i < a.n_coupons; ++i) {
-    if (!(std::fabs(a.coupons[i]) < kAbsurdRate)) return false;
+    if (!engine::plausible_magnitude(a.coupons[i])) return false;
   }
   for (int32_t i = 0; i < a.n_steps; ++i) {
     if (!valid_date(a.step_dates[i]) || (i > 0 && a.step_dates[i] <= a.step_dates[i - 1]))
@@ -85,7 +85,7 @@ bool read_conventions(const perpetual_args& a, perpetual_desc& d) noexcept {
   // No withholding tax comes near 1e100 either; such a rate only turns the
   // net coupon (1 - rate) into an overflow.
   g.coupon_tax = a.withholding_tax ? *a.withholding_tax : 0.0;
-  if (!(std::fabs(g.coupon_tax) < 1e100)) return false;
+  if (!engine::plausible_magnitude(g.coupon_tax)) return false;
   d.ex_coupon_rule = normalise_ex_coupon_rule(a.ex_coupon_rule);
   g.yield_method_arg = d.ex_coupon_rule;
 

@@ -6,6 +6,7 @@
 #include "k_bond.h"
 #include "pik/pik_call.h"
 #include "pik/pik_price.h"
+#include "engine/safe_math.h"
 
 using kbond::pik::pik_desc;
 using kbond::pik::PikCall;
@@ -32,8 +33,7 @@ double single_period_yield(double price, const pik_desc& pik, int32_t& err) {
   // A price a hair above zero (or a dirty price that vanishes) leaves no
   // usable yield: none is anywhere near 1e100 (and the eight-decimal
   // rounding of type 0 would overflow well before an infinity).
-  constexpr double kAbsurdYield = 1e100;
-  if (!(std::fabs(yield) < kAbsurdYield)) {
+  if (!kbond::engine::plausible_magnitude(yield)) {
     err = kBadPrice;
     return -1.0;
   }

@@ -97,8 +97,7 @@ double pik_price(double yield, const pik_desc& desc, double* first_derivative,
   // discount factors as surely as a zero one divides by zero; a factor that
   // stays just finite (1 + y/f near 0.01 over 160 periods) gives a price no
   // quote can round, and none anywhere near 1e100 per 100 is real.
-  constexpr double kAbsurdPrice = 1e100;
-  if (!(std::fabs(price) < kAbsurdPrice) ||
+  if (!engine::plausible_magnitude(price) ||
       (first_derivative && !std::isfinite(*first_derivative)))
     return zero_denominator(err);
   return price;

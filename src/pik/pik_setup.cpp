@@ -11,6 +11,7 @@
 #include "dates/date_serial.h"
 #include "engine/catalogue.h"
 #include "pik/pik_desc.h"
+#include "engine/safe_math.h"
 
 namespace kbond::pik {
 namespace {
@@ -64,9 +65,6 @@ double largest_magnitude(const double* rates, int32_t count) noexcept {
   return largest;
 }
 
-// No real bond pays or accrues anywhere near 1e100 times its face.
-constexpr double kAbsurdAmount = 1e100;
-
 // Every amount the bond can pay must be a usable number. The capitalised
 // principal grows by at most (1 + |in-kind rate| / f) a period, so its bound
 // over the remaining periods caps the redemption and every cash coupon
@@ -77,8 +75,9 @@ bool amounts_bounded(const pik_desc& d) noexcept {
                                  std::log1p(largest_magnitude(d.pik_rates, d.n_pik) / f));
   const double largest_flow =
       growth * std::fmax(largest_magnitude(d.cash_rates, d.n_cash) / f, d.redemption * 0.01);
-  return largest_flow < kAbsurdAmount && std::fabs(d.cash_now) < kAbsurdAmount &&
-         std::fabs(d.pik_now) < kAbsurdAmount && std::fabs(d.accrued) < kAbsurdAmount;
+  // No real bond pays or accrues anywhere near 1e100 times its face.
+  return largest_flow < engine::kAbsurdMagnitude && engine::plausible_magnitude(d.cash_now) &&
+         engine::plausible_magnitude(d.pik_now) && engine::plausible_magnitude(d.accrued);
 }
 
 // The rates array that bond_setup reads while it places the grid: one rate
