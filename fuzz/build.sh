@@ -4,6 +4,8 @@
 # and UndefinedBehaviorSanitizer, then linked into every *_fuzzer.cpp.
 # Usage: bash fuzz/build.sh [harness ...]   (default: all)
 # Output: build/fuzz/<name>_fuzzer (override with KBOND_FUZZ_BUILD).
+# KBOND_FUZZ_OPT sets the optimisation level (default -O1; long local runs
+# go faster at -O2).
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 out="${KBOND_FUZZ_BUILD:-$root/build/fuzz}"
@@ -11,7 +13,7 @@ jobs="${KBOND_JOBS:-2}"
 cxx="${CXX_FUZZ:-$(command -v clang++-14 || command -v clang++)}"
 mkdir -p "$out/obj"
 
-flags=(-std=c++20 -O1 -g -fno-omit-frame-pointer -Wall -Wextra
+flags=(-std=c++20 "${KBOND_FUZZ_OPT:--O1}" -g -fno-omit-frame-pointer -Wall -Wextra
        -fsanitize=address,undefined -fno-sanitize-recover=undefined
        -I"$root/include" -I"$root/src" -I"$root/fuzz")
 
