@@ -1,5 +1,5 @@
-// Conversion factor per rule family (one contract of each) and the implied
-// repo search.
+// Conversion factor per rule family (one contract of each), the implied
+// repo search and the carry over a long sinking fund.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -71,5 +71,30 @@ void BM_ImpliedRepo(benchmark::State& state) {
   if (error != 0) state.SkipWithError("implied repo failed");
 }
 BENCHMARK(BM_ImpliedRepo);
+
+// A 40-year monthly-pay bond repaying 0.2 % of its face every month, carried
+// over 34 years: the walk pays one coupon and one repayment a month, and the
+// outstanding face must follow along rather than be recounted each month.
+void BM_CarryMonthlySinkingFund(benchmark::State& state) {
+  const double coupon = 0.06;
+  const int32_t maturity = serial(2040, 1, 15);
+  const int32_t type = 500;
+  const int32_t frequency[2] = {12, 12};
+  const double factor = 1.0;
+  const int32_t sink_date = serial(2000, 2, 15);
+  const double sink_amount = 0.002;
+  const int32_t settlement = serial(2005, 3, 1);
+  const int32_t end_date = serial(2039, 3, 1);
+  int32_t error = 0;
+  for (auto _ : state) {
+    const double c = KVLbcarry(&coupon, 1, &maturity, 1, settlement, end_date, 99.5, 0.04,
+                               nullptr, nullptr, &type, frequency, 2, nullptr, &factor,
+                               &sink_date, 1, nullptr, 0, &sink_amount, nullptr, nullptr,
+                               nullptr, nullptr, nullptr, &error);
+    benchmark::DoNotOptimize(c);
+  }
+  if (error != 0) state.SkipWithError("carry failed");
+}
+BENCHMARK(BM_CarryMonthlySinkingFund);
 
 }  // namespace
