@@ -217,7 +217,9 @@ TEST(OutstandingCursor, AgreesWithAFreshEvaluationAtEveryDate) {
       ASSERT_EQ(cursor.at(t), outstanding_factor(d, t)) << "scheduled " << scheduled << " t " << t;
     }
     // 2026 once, then 10% in 2028 and 2029.
-    if (scheduled) EXPECT_NEAR(outstanding_factor(d, ymd(2030, 6, 14)), 0.55, kTight);
+    if (scheduled) {
+      EXPECT_NEAR(outstanding_factor(d, ymd(2030, 6, 14)), 0.55, kTight);
+    }
     bond_release(d);
   }
 }
