@@ -1,5 +1,6 @@
 #include "futures/carry_engine.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -154,6 +155,11 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   int32_t from = desc.settlement;
   CouponWalk coupon(desc);
   engine::OutstandingCursor outstanding(desc);
+  // The face outstanding through the maturity date is the face redeemed
+  // there, as for a bullet bond: not a repayment received during the carry
+  // but what the forward buyer holds. (The factor itself reads 1.0 from
+  // maturity on.)
+  auto outstanding_at = [&](int32_t d) { return outstanding.at(std::min(d, desc.maturity - 1)); };
   auto accrue_to = [&](int32_t to) {
     const double t = (to - from) * unit;
     if (financing != kFullPeriodInterest) {
@@ -167,8 +173,8 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
     if (desc.price_factor_flag) {
       // Coupon on the face outstanding through the period, then the
       // principal repaid on the date.
-      const double before = outstanding.at(coupon.date - 1);
-      const double after = outstanding.at(coupon.date);
+      const double before = outstanding_at(coupon.date - 1);
+      const double after = outstanding_at(coupon.date);
       income += coupon.amount() * before + (before - after);
     } else {
       income += coupon.amount();
@@ -186,7 +192,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
     return -1.0;
   }
   const double end_accrued = market_accrued(at_end.accrued, desc.type);
-  const double end_factor = desc.price_factor_flag ? outstanding.at(stop) : 1.0;
+  const double end_factor = desc.price_factor_flag ? outstanding_at(stop) : 1.0;
   // Ex-coupon at the end: the forward buyer takes the bond without the
   // coming coupon, which stays with the position; it is worth its amount
   // discounted from its payment date at the reinvestment rate. A coupon the

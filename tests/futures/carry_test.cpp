@@ -276,6 +276,28 @@ TEST(CarryMeasures, BondQuotedOnOutstandingFace) {
   EXPECT_NEAR(sinking.implied_repo(end, 101.25, forward / 0.95, 0.95, nullptr), r, 2e-5);
 }
 
+// Carried to its maturity, the face still outstanding is redeemed to the
+// forward buyer, as for a bullet bond: per 100 outstanding the carry and
+// forward are the plain bond's, with no principal counted as received.
+TEST(CarryMeasures, SinkingFundCarriedToItsMaturity) {
+  CarryBond plain;
+  plain.maturity = serial(2011, 11, 15);
+  plain.settlement = serial(2011, 6, 1);  // 70 % outstanding after May 2011
+  CarryBond sinking = plain;
+  const double factor = 1.0;
+  const int32_t sink_dates[] = {serial(2008, 11, 15)};
+  const double amounts[] = {0.05};
+  sinking.factor = &factor;
+  sinking.sink_dates = sink_dates;
+  sinking.n_sink = 1;
+  sinking.sink_amounts = amounts;
+  for (const int32_t end : {plain.maturity - 1, plain.maturity}) {
+    EXPECT_NEAR(sinking.carry(end, 99.5, 0.04), plain.carry(end, 99.5, 0.04), 1e-10) << end;
+    EXPECT_EQ(sinking.error, 0);
+    EXPECT_NEAR(sinking.forward(end, 99.5, 0.04), plain.forward(end, 99.5, 0.04), 1e-10) << end;
+  }
+}
+
 TEST(CarryMeasures, DateRules) {
   CarryBond bond;
   const int32_t rule2 = 2;
