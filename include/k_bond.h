@@ -204,7 +204,8 @@ KVL_EXPORT const char* KVL_API KVLbondver(void);
 **                        0 / absent: type default
 **   redemption           redemption value per 100 (default 100)
 **   coupon_tax           withholding tax on coupons, fraction (default 0)
-**   discount_tax         tax on the issue discount / capital gain (default 0)
+**   discount_tax         tax on the issue discount / capital gain (default 0);
+**                        a tax rate beyond +-1e100 is an invalid description
 **   horizon              tax horizon: <= 24 months, > 24 days (default 12 months)
 **   issue_price          issue price per 100 (default 100)
 **   yield_method         -1..-6 select a yield method; other nonzero: business-
@@ -605,7 +606,7 @@ KVL_EXPORT double KVL_API KVLbcamt(const double* coupons, int32_t n_coupons, con
 ** The common arguments follow the four out pointers in their order (no
 ** end-of-month override). Types 16, 17 and 22 pay as 2, 12 and 20.
 ** Returns the row count. Errors: 1 invalid description (result -1), 350
-** price not finite (-1), -60 lock (-1), -50 memory (0). After any failure
+** price not finite or beyond +-1e100 (-1), -60 lock (-1), -50 memory (0). After any failure
 ** every given out pointer is NULL. */
 KVL_EXPORT int32_t KVL_API KVLbcshflw(int32_t** out_dates, double** out_coupons,
                                       double** out_principal, double** out_periods,

@@ -1,11 +1,11 @@
 // KVLbcshflw and KVLbcshflw_free: the table of a straight bond's remaining
 // cash flows, in arrays the library allocates and the caller returns.
-#include <cmath>
 #include <cstdlib>
 
 #include "bond/cash_flow_walk.h"
 #include "engine/call_frame.h"
 #include "engine/catalogue.h"
+#include "engine/safe_math.h"
 #include "k_bond.h"
 
 using kbond::engine::BondCall;
@@ -62,8 +62,10 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcshflw(
   if (out_principal) *out_principal = nullptr;
   if (out_periods) *out_periods = nullptr;
 
+  // The gain over the purchase price is taxed: a price near the largest
+  // double would tax it into infinity.
   const double purchase = price ? *price : 100.0;
-  if (!std::isfinite(purchase)) {
+  if (!kbond::engine::plausible_magnitude(purchase)) {
     if (error) *error = kBadPrice;
     return -1;
   }

@@ -45,7 +45,6 @@ double fail(int32_t* error, int32_t code, double value = -1.0) noexcept {
 
 // A price a hair above zero has a yield of astronomical size, or one that
 // overflows; beyond 10^102 percent it is no yield at all.
-
 double checked_yield(double y, int32_t* error, double failure_value) noexcept {
   if (*error == 0 && !engine::plausible_magnitude(y)) return fail(error, 1, failure_value);
   return y;

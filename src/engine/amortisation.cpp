@@ -60,22 +60,23 @@ int32_t first_amortisation_date(const bond_desc& desc, int32_t* grid_index) noex
 }
 
 OutstandingCursor::OutstandingCursor(const bond_desc& desc) noexcept : desc_(desc) {
-  if (desc.amort_kind == kNoAmortisation || sink_step_months(desc) <= 0) return;
+  step_ = sink_step_months(desc);
+  if (desc.amort_kind == kNoAmortisation || step_ <= 0) return;
   first_ = first_amortisation_date(desc, &index_);
+  if (first_ <= 0 || desc.amort_kind != kEqualAmortisation) return;
+  int32_t exact = 0;
+  const int32_t months = dates::months_between(first_, desc.maturity, desc.eom, &exact);
+  // Maturity is the last of the N amortisation dates, on the grid or not.
+  equal_count_ = months / step_ + ((months % step_ == 0 && exact) ? 1 : 2);
 }
 
 double OutstandingCursor::at(int32_t t) noexcept {
   if (first_ <= 0 || t >= desc_.maturity || t < first_) return 1.0;
-  const int32_t p = sink_step_months(desc_);
 
   if (desc_.amort_kind == kEqualAmortisation) {
-    const int32_t k = dates::months_between(first_, t, desc_.eom, nullptr) / p + 1;
-    int32_t exact = 0;
-    const int32_t months = dates::months_between(first_, desc_.maturity, desc_.eom, &exact);
-    // Maturity is the last of the N amortisation dates, on the grid or not.
-    const int32_t n = months / p + ((months % p == 0 && exact) ? 1 : 2);
-    if (n <= 0) return 1.0;
-    const double left = 1.0 - static_cast<double>(k) / n;
+    if (equal_count_ <= 0) return 1.0;
+    const int32_t k = dates::months_between(first_, t, desc_.eom, nullptr) / step_ + 1;
+    const double left = 1.0 - static_cast<double>(k) / equal_count_;
     return left < 0.0 ? 0.0 : left;
   }
 

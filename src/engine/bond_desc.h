@@ -182,6 +182,8 @@ class OutstandingCursor {
  private:
   const bond_desc& desc_;
   int32_t first_ = 0;   // first amortisation date, 0 when none
+  int32_t step_ = 0;    // months between amortisation dates
+  int32_t equal_count_ = 0;  // equal repayments: how many, maturity the last
   int32_t index_ = 0;   // grid index of the next amortisation date to count
   int32_t previous_ = 0;
   bool exhausted_ = false;

@@ -313,7 +313,10 @@ bool read_redemption_and_taxes(const bond_args& a, bond_desc& d) noexcept {
       !read_optional_double(a.coupon_tax, 0.0, &d.coupon_tax) ||
       !read_optional_double(a.discount_tax, 0.0, &d.discount_tax))
     return false;
-  return d.redemption >= 0.0 && d.issue_price >= 0.0;
+  // A tax rate is a fraction: one anywhere near 1e100 describes no bond, and
+  // would turn a taxed gain into an infinite repayment.
+  return d.redemption >= 0.0 && d.issue_price >= 0.0 && plausible_magnitude(d.coupon_tax) &&
+         plausible_magnitude(d.discount_tax);
 }
 
 // The tax horizon splits taxed income from taxed gain: it is placed only

@@ -238,5 +238,40 @@ TEST(CashFlowTable, OwnershipAndFailures) {
   EXPECT_EQ(d, nullptr);
 }
 
+// A taxed gain over an absurd price, or at an absurd tax rate, would repay
+// an infinite principal: both are failures, not rows.
+TEST(CashFlowTable, AbsurdTaxOrPriceIsAFailure) {
+  QuotedBond bond;
+  bond.type = 380;
+  bond.coupon(0.05).matures(civil_serial(2030, 11, 15)).settles(civil_serial(2002, 3, 5));
+  bond.has_redemption = bond.has_coupon_tax = bond.has_discount_tax = bond.has_horizon = true;
+  bond.redemption = 173.4375;
+  bond.coupon_tax = 0.25;
+  bond.horizon = 12;
+  bond.discount_tax = -4.6476814752583657e307;
+  const double price = 99.0;
+  double* principal = nullptr;
+  int32_t err = 0;
+  EXPECT_EQ(bond.cash_flows(nullptr, nullptr, &principal, nullptr, &price, &err), -1);
+  EXPECT_EQ(err, 1);
+  EXPECT_EQ(principal, nullptr);
+
+  // A rate of 50 is nonsense but finite; the price is what overflows.
+  bond.discount_tax = 50.0;
+  const double absurd_price = -1.7e308;
+  EXPECT_EQ(bond.cash_flows(nullptr, nullptr, &principal, nullptr, &absurd_price, &err), -1);
+  EXPECT_EQ(err, 350);
+  EXPECT_EQ(principal, nullptr);
+
+  bond.discount_tax = 0.125;
+  // At a real price the same bond repays its redemption less the tax on the
+  // gain: 173.4375 - 0.125 x (173.4375 - 99).
+  const int32_t rows = bond.cash_flows(nullptr, nullptr, &principal, nullptr, &price, &err);
+  ASSERT_EQ(err, 0);
+  ASSERT_GT(rows, 0);
+  EXPECT_NEAR(principal[rows - 1], 173.4375 - 0.125 * (173.4375 - 99.0), 1e-9);
+  KVLbcshflw_free(nullptr, nullptr, principal, nullptr);
+}
+
 }  // namespace
 }  // namespace kbond::testing
