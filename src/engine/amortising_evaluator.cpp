@@ -3,7 +3,16 @@
 // that carries the coupons on that fraction until d. What is still
 // outstanding after the last amortisation date runs to the bond's own
 // maturity and redemption. The price is per 100 of initial face.
+//
+// Bullets whose coupons are discounted one by one (several coupon rates, or
+// payments moved to business days) all carry the same coupons, each cut
+// at its own maturity: one walk along the bond's coupons prices every one
+// of them, where pricing each bullet on its own would walk the coupons
+// again for every repayment date.
+#include <cmath>
+
 #include "dates/month_arithmetic.h"
+#include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
 #include "engine/evaluator_common.h"
 #include "engine/evaluators.h"
@@ -32,10 +41,55 @@ bond_desc bullet_to(const bond_desc& desc, int32_t date) noexcept {
   return bullet;
 }
 
+// The repayments from the next amortisation date on, in date order, each
+// cut so that no more than the whole face is repaid.
+class Repayments {
+ public:
+  explicit Repayments(const bond_desc& desc) noexcept
+      : desc_(desc), repaid_(1.0 - desc.factor),
+        step_(desc.periods_per_sink > 0 ? desc.periods_per_sink : 1) {
+    // Amortisation dates lie on the coupon grid every `step_` periods.
+    grid_on_or_before(desc, desc.next_sink, &index_);
+  }
+
+  bool next(int32_t* date, double* amount) noexcept {
+    while (count_ < kMaxAmortisationDates) {
+      const int32_t d = grid_date(desc_, index_);
+      ++count_;
+      index_ += step_;
+      if (d <= 0 || d >= desc_.maturity) break;
+      double a = amortisation_due(desc_, d);
+      if (repaid_ + a >= 1.0) a = 1.0 - repaid_;
+      if (a <= kNegligibleFace) continue;
+      repaid_ += a;
+      *date = d;
+      *amount = a;
+      return true;
+    }
+    count_ = kMaxAmortisationDates;
+    return false;
+  }
+
+  double outstanding() const noexcept { return 1.0 - repaid_; }
+
+ private:
+  const bond_desc& desc_;
+  double repaid_;
+  int32_t step_;
+  int32_t index_ = 0;
+  int32_t count_ = 0;
+};
+
 struct Accumulator {
   double price = 0.0;
   double first = 0.0;
   double second = 0.0;
+
+  void add(double weight, double p, double d1, double d2) noexcept {
+    price += weight * p;
+    first += weight * d1;
+    second += weight * d2;
+  }
 
   // Adds `weight` times the price of `bond`; false (with the error) when it
   // cannot be priced.
@@ -50,11 +104,126 @@ struct Accumulator {
       *failed_price = p;
       return false;
     }
-    price += weight * p;
-    first += weight * d1;
-    second += weight * d2;
+    add(weight, p, d1, d2);
     return true;
   }
+};
+
+// The standard evaluator's running sums over the cash flows at one yield:
+// a coupon a whole period after the one before takes one multiplication.
+struct DiscountRun {
+  double f = 1.0;
+  double v = 1.0;
+  double value = 0.0;
+  double weighted = 0.0;
+  double df = 1.0;
+  double previous_t = 0.0;
+  bool first = true;
+
+  void add(double amount, double t) noexcept {
+    if (first || std::fabs(t - previous_t - 1.0) > 1e-12) df = safe_pow(v, t);
+    else df *= v;
+    first = false;
+    previous_t = t;
+    value += amount * df;
+    weighted += amount * df * t;
+  }
+
+  // The price of a bullet whose coupons are the flows added so far and whose
+  // redemption falls `t` periods away, on the date of its last coupon.
+  double bullet_price(const bond_desc& bullet, double t, double* first_derivative,
+                      int32_t* error) const noexcept {
+    const double redemption_df = safe_pow(v, t);
+    const double redemption = bullet.redemption * 0.01;
+    const double dirty = value + redemption * redemption_df;
+    const double dirty_weighted = weighted + redemption * redemption_df * t;
+    return finish_price(bullet, dirty, -dirty_weighted * v / f, redemption_df,
+                        -t * redemption_df * v / f, first_derivative, error);
+  }
+};
+
+// The bond's coupons walked once, at the yield and, for the curvature, a
+// step either side: each bullet takes the sums as far as its maturity.
+class BulletWalk {
+ public:
+  BulletWalk(const bond_desc& desc, double yield, bool curvature) noexcept
+      : desc_(desc), grid_(desc), runs_(curvature ? 3 : 1), period_start_(desc.next_coupon),
+        t0_(periods_to_next_coupon(desc)), nominal_t0_(desc.frequency * desc.tn),
+        net_per_period_((1.0 - desc.coupon_tax) / desc.frequency) {
+    const double yields[3] = {yield, yield - kSecondDerivativeStep, yield + kSecondDerivativeStep};
+    usable_ = bond_type_yield_method(desc.conventions, desc.yield_method_arg) == kStandardYield;
+    for (int32_t i = 0; i < runs_; ++i) {
+      run_[i].f = desc.frequency;
+      const double base = 1.0 + yields[i] / run_[i].f;
+      // A vanishing base is an error that the bullets report themselves.
+      if (base == 0.0) usable_ = false;
+      run_[i].v = 1.0 / base;
+      if (!desc.exdiv) run_[i].add(desc.full_coupon, t0_);
+    }
+  }
+
+  // Whether `bullet` is priced by the standard evaluator coupon by coupon,
+  // with its coupons those of the bond up to its maturity.
+  bool prices(const bond_desc& bullet) const noexcept {
+    if (!usable_ || final_period_method(bullet) != kWholePeriods || annuity_applies(bullet))
+      return false;
+    const int32_t m = further_coupons(bullet);
+    if (m < coupons_ || m < 0) return false;
+    return m == 0 ? bullet.maturity == desc_.next_coupon
+                  : grid_.after_next_coupon(m) == bullet.maturity;
+  }
+
+  // Adds `weight` times the bullet's price, as the bullet on its own would
+  // be priced (the curvature from the first derivatives either side).
+  bool add(const bond_desc& bullet, double weight, Accumulator& total, bool want_first,
+           int32_t* error, double* failed_price) noexcept {
+    const int32_t m = further_coupons(bullet);
+    for (int32_t k = coupons_ + 1; k <= m; ++k) {
+      const int32_t date = grid_.after_next_coupon(k);
+      const double amount = rate_in_force(desc_, period_start_) * net_per_period_;
+      const double t = exponent(k, date);
+      for (int32_t i = 0; i < runs_; ++i) run_[i].add(amount, t);
+      period_start_ = date;
+    }
+    coupons_ = m;
+    const double t = exponent(m, bullet.maturity);
+    double d1 = 0.0, below = 0.0, above = 0.0;
+    int32_t err = 0;
+    if (runs_ == 3) {
+      for (int32_t i : {1, 2}) {
+        const double p = run_[i].bullet_price(bullet, t, i == 1 ? &below : &above, &err);
+        if (err != 0) return fail(err, p, error, failed_price);
+      }
+    }
+    const double p = run_[0].bullet_price(bullet, t, want_first ? &d1 : nullptr, &err);
+    if (err != 0) return fail(err, p, error, failed_price);
+    total.add(weight, p, d1, runs_ == 3 ? (above - below) * kSecondDerivativeScale : 0.0);
+    return true;
+  }
+
+ private:
+  static bool fail(int32_t err, double price, int32_t* error, double* failed_price) noexcept {
+    *error = err;
+    *failed_price = price;
+    return false;
+  }
+
+  // The discounting exponent of a flow k periods after the next coupon.
+  double exponent(int32_t k, int32_t date) const noexcept {
+    if (!pays_on_business_days(desc_)) return t0_ + static_cast<double>(k);
+    return business_day_periods(desc_, nominal_t0_ + static_cast<double>(k), date);
+  }
+
+  const bond_desc& desc_;
+  const CouponGrid grid_;
+  int32_t runs_;
+  DiscountRun run_[3];
+  bool usable_ = false;
+  int32_t coupons_ = 0;  // regular coupons after the next one already added
+  int32_t period_start_;
+  double t0_;
+  double nominal_t0_;
+  double net_per_period_;
 };
 
 }  // namespace
@@ -65,26 +234,20 @@ double amortising_evaluator(double yield, const bond_desc& desc, double* first_d
   const bool want_second = second_derivative != nullptr;
   Accumulator total;
   double failed_price = 0.0;
-  double repaid = 1.0 - desc.factor;
-  const int32_t step = desc.periods_per_sink > 0 ? desc.periods_per_sink : 1;
-
-  // Amortisation dates lie on the coupon grid every `step` periods.
-  int32_t j = 0;
-  grid_on_or_before(desc, desc.next_sink, &j);
-  for (int32_t k = 0; k < kMaxAmortisationDates; ++k, j += step) {
-    const int32_t date = grid_date(desc, j);
-    if (date <= 0 || date >= desc.maturity) break;
-    double amount = amortisation_due(desc, date);
-    if (repaid + amount >= 1.0) amount = 1.0 - repaid;
-    if (amount <= kNegligibleFace) continue;
-    if (!total.add(amount, yield, bullet_to(desc, date), want_first, want_second, error,
-                   &failed_price)) {
-      return failed_price;
-    }
-    repaid += amount;
+  BulletWalk walk(desc, yield, want_second);
+  Repayments repayments(desc);
+  int32_t date = 0;
+  double amount = 0.0;
+  while (repayments.next(&date, &amount)) {
+    const bond_desc bullet = bullet_to(desc, date);
+    const bool added =
+        walk.prices(bullet)
+            ? walk.add(bullet, amount, total, want_first, error, &failed_price)
+            : total.add(amount, yield, bullet, want_first, want_second, error, &failed_price);
+    if (!added) return failed_price;
   }
 
-  const double remaining = 1.0 - repaid;
+  const double remaining = repayments.outstanding();
   if (remaining > kNegligibleFace) {
     bond_desc rest = desc;
     rest.amort_kind = kNoAmortisation;

@@ -100,6 +100,12 @@ inline bool pays_on_business_days(const bond_desc& desc) noexcept {
   return desc.yield_method_arg == 1;
 }
 
+// A single coupon rate on unadjusted dates makes the further coupons an
+// annuity with a closed form; otherwise the evaluators walk them one by one.
+inline bool annuity_applies(const bond_desc& desc) noexcept {
+  return desc.n_coupons <= 1 && further_coupons(desc) >= 2 && !pays_on_business_days(desc);
+}
+
 // A coupon falling on a holiday or a non-working weekend day is paid on the
 // following business day of the bond's calendar.
 int32_t payment_date(const bond_desc& desc, int32_t date) noexcept;

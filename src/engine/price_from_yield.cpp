@@ -21,19 +21,6 @@ constexpr int32_t kSpanishSimpleDays = 377;
 // The actual/365.25 method is used for bonds with at most this many periods.
 constexpr int32_t kActual36525MaxPeriods = 12;
 
-constexpr double kSecondDerivativeStep = 5e-06;
-constexpr double kSecondDerivativeScale = 99999.99999999999;  // 1 / (2 x 5e-6)
-
-enum YieldMethod : int32_t {
-  kStandardYield = 0, kJapaneseSimpleYield = 1, kBraessYield = 2, kMoosmullerYield = 3,
-  kActual36525Yield = 4
-};
-
-enum FinalPeriodMethod : int32_t {
-  kWholePeriods = 0, kSimpleFinalPeriod = 1, kActual365Exponents = 2, kChainedSimple = 3,
-  kDelayedMaturity = 4
-};
-
 using FirstDerivativeEvaluator = double (*)(double, const bond_desc&, double*, int32_t*) noexcept;
 
 FirstDerivativeEvaluator compound_evaluator(const bond_desc& desc, int32_t yield_method) noexcept {

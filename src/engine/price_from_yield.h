@@ -13,9 +13,22 @@ namespace kbond::engine {
 double price_from_yield(double yield, const bond_desc& desc, double* first_derivative,
                         double* second_derivative, int32_t* error) noexcept;
 
-// The final-period method of a standard-method bond (0 standard, 1 simple
-// final period, 2 actual/365 exponents, 3 chained simple interest,
-// 4 delayed maturity).
+enum YieldMethod : int32_t {
+  kStandardYield = 0, kJapaneseSimpleYield = 1, kBraessYield = 2, kMoosmullerYield = 3,
+  kActual36525Yield = 4
+};
+
+enum FinalPeriodMethod : int32_t {
+  kWholePeriods = 0, kSimpleFinalPeriod = 1, kActual365Exponents = 2, kChainedSimple = 3,
+  kDelayedMaturity = 4
+};
+
+// Evaluators that give only the first derivative have the second as the
+// central difference of the first, this far either side of the yield.
+inline constexpr double kSecondDerivativeStep = 5e-06;
+inline constexpr double kSecondDerivativeScale = 99999.99999999999;  // 1 / (2 x 5e-6)
+
+// The final-period method of a standard-method bond.
 int32_t final_period_method(const bond_desc& desc) noexcept;
 
 }  // namespace kbond::engine

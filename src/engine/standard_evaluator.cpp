@@ -18,10 +18,6 @@ namespace {
 // Below this the annuity formulas lose their digits to 1 - v.
 constexpr double kFlatYield = 1e-10;
 
-bool annuity_applies(const bond_desc& desc) noexcept {
-  return desc.n_coupons <= 1 && further_coupons(desc) >= 2 && !pays_on_business_days(desc);
-}
-
 double annuity_price(double yield, const bond_desc& desc, double* first_derivative,
                      int32_t* error) noexcept {
   const double f = desc.frequency;

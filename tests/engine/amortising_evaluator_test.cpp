@@ -9,6 +9,7 @@ namespace {
 
 using testing::price;
 using testing::serial;
+using testing::go_ex_dividend;
 using testing::TestBond;
 
 constexpr double kTight = 1e-10;
@@ -93,6 +94,76 @@ TEST(AmortisingEvaluator, ABulletThatCannotBePricedStopsTheSum) {
   int32_t error = 0;
   EXPECT_DOUBLE_EQ(price(sinking.describe(), -2.0, nullptr, nullptr, &error), -100.0);
   EXPECT_EQ(error, 401);
+}
+
+// Bullets whose coupons are discounted one by one (several coupon rates,
+// payments moved to business days) are priced in one walk along the bond:
+// each must still price as the bullet on its own would, ex-dividend, taxed
+// or not, and beside a first bullet in its simple final period.
+TEST(AmortisingEvaluator, WalkedBulletsPriceAsEachOnItsOwn) {
+  struct Shape {
+    const char* name;
+    void (*apply)(TestBond&);
+    bool ex_dividend;
+  };
+  const Shape shapes[] = {
+      {"two coupon rates",
+       [](TestBond& b) {
+         b.rates[1] = 0.07;
+         b.step_dates[0] = serial(15, 11, 2027);
+         b.n_steps = 2;
+       },
+       false},
+      {"business-day payments", [](TestBond& b) { b.yield_method_arg = 1; }, false},
+      {"business days, ex-dividend", [](TestBond& b) { b.yield_method_arg = 1; }, true},
+      {"business days, taxed",
+       [](TestBond& b) {
+         b.yield_method_arg = 1;
+         b.coupon_tax = 0.3;
+         b.discount_tax = 0.125;
+       },
+       false},
+  };
+  const int32_t repaid_on[4] = {serial(15, 5, 2025), serial(15, 11, 2026), serial(15, 11, 2029),
+                                serial(15, 11, 2034)};
+  const double weights[4] = {0.1, 0.2, 0.3, 0.4};
+  int32_t sink_dates[7] = {serial(15, 5, 2025), serial(16, 5, 2025), serial(15, 11, 2026),
+                           serial(16, 11, 2026), serial(15, 11, 2029), serial(16, 11, 2029), -1};
+  double sink_amounts[7] = {0.1, 0.0, 0.2, 0.0, 0.3, 0.0, 0.0};
+
+  for (const Shape& shape : shapes) {
+    TestBond whole = bond_to(serial(15, 11, 2034));
+    shape.apply(whole);
+    bond_desc d = whole.describe();
+    d.amort_kind = kScheduledAmortisation;
+    d.sink_dates_owned = sink_dates;
+    d.sink_amounts_owned = sink_amounts;
+    d.n_sink = 6;
+    d.periods_per_sink = 1;
+    d.next_sink = sink_dates[0];
+    d.factor = 1.0;
+    if (shape.ex_dividend) go_ex_dividend(d);
+
+    for (double y : {0.0, 0.035, 0.08}) {
+      double expected = 0.0, expected_first = 0.0, expected_second = 0.0;
+      for (int i = 0; i < 4; ++i) {
+        TestBond bullet = bond_to(repaid_on[i]);
+        shape.apply(bullet);
+        bond_desc b = bullet.describe();
+        if (shape.ex_dividend) go_ex_dividend(b);
+        double first = 0.0, second = 0.0;
+        expected += weights[i] * price(b, y, &first, &second);
+        expected_first += weights[i] * first;
+        expected_second += weights[i] * second;
+      }
+      double first = 0.0, second = 0.0;
+      int32_t error = -1;
+      EXPECT_NEAR(price(d, y, &first, &second, &error), expected, kTight) << shape.name << ", y " << y;
+      EXPECT_EQ(error, 0);
+      EXPECT_NEAR(first, expected_first, 1e-12) << shape.name << ", y " << y;
+      EXPECT_NEAR(second, expected_second, 1e-8) << shape.name << ", y " << y;
+    }
+  }
 }
 
 }  // namespace
