@@ -48,6 +48,31 @@ void BM_YieldThirtyYearBond(benchmark::State& state) {
 }
 BENCHMARK(BM_YieldThirtyYearBond);
 
+// A thirty-year bond repaying equal parts of its face every month from
+// January 2025: 348 bullets. With one coupon rate on unadjusted dates each
+// bullet is an annuity; with payments on business days (or a coupon step)
+// their coupons are walked, once for all of them.
+void BM_YieldMonthlySinkingFund(benchmark::State& state) {
+  const double rate = 0.05;
+  const int32_t maturity = kbond::dates::date_to_serial(15, 1, 2054);
+  const int32_t settlement = kbond::dates::date_to_serial(1, 3, 2024);
+  const int32_t sink_from = kbond::dates::date_to_serial(15, 1, 2025);
+  const int32_t type = 0, frequency[2] = {12, 12};
+  const int32_t business_days = 1;
+  const int32_t* method = state.range(0) != 0 ? &business_days : nullptr;
+  const double factor = -1.0;
+  double price = 98.0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(price);
+    int32_t err = 0;
+    benchmark::DoNotOptimize(KVLbyld(&rate, 1, &maturity, 1, settlement, price, nullptr, nullptr,
+                                     &type, frequency, 2, nullptr, nullptr, nullptr, nullptr,
+                                     nullptr, method, nullptr, nullptr, 0, &factor, &sink_from,
+                                     1, nullptr, 0, nullptr, nullptr, nullptr, &err));
+  }
+}
+BENCHMARK(BM_YieldMonthlySinkingFund)->Arg(0)->Arg(1)->ArgName("business_days");
+
 void BM_ModifiedDuration(benchmark::State& state) {
   const Bond& b = kTenYear;
   double y = 0.0425;
