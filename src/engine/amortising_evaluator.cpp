@@ -4,13 +4,14 @@
 // outstanding after the last amortisation date runs to the bond's own
 // maturity and redemption. The price is per 100 of initial face.
 //
-// Bullets whose coupons are discounted one by one (several coupon rates, or
-// payments moved to business days) all carry the same coupons, each cut
-// at its own maturity: one walk along the bond's coupons prices every one
+// Bullets whose coupons are discounted one by one (several coupon rates,
+// payments moved to business days, exponents in days, Moosmüller's method)
+// all carry the same coupons, each cut at its own maturity: one walk along the bond's coupons prices every one
 // of them, where pricing each bullet on its own would walk the coupons
 // again for every repayment date.
 #include <cmath>
 
+#include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
@@ -109,18 +110,66 @@ struct Accumulator {
   }
 };
 
-// The standard evaluator's running sums over the cash flows at one yield:
-// a coupon a whole period after the one before takes one multiplication.
+// How a walked bullet discounts its flows: compound at the coupon frequency
+// over whole periods (standard) or over actual/365 days, or Moosmüller's
+// simple interest to the next coupon and compound after it.
+enum class Discounting { kNone, kPeriods, kActual365Days, kMoosmuller };
+
+Discounting discounting_of(const bond_desc& bullet) noexcept {
+  const FirstDerivativeEvaluator evaluate = compound_evaluator_for(bullet);
+  if (evaluate == standard_evaluator)
+    return annuity_applies(bullet) ? Discounting::kNone : Discounting::kPeriods;
+  if (evaluate == actual365_evaluator) return Discounting::kActual365Days;
+  if (evaluate == moosmuller_evaluator) return Discounting::kMoosmuller;
+  return Discounting::kNone;
+}
+
+// One evaluator's running sums over the cash flows at one yield, in the
+// order and the arithmetic of the evaluator itself, so that a bullet cut
+// from them prices to the same digits.
 struct DiscountRun {
+  Discounting how = Discounting::kNone;
   double f = 1.0;
-  double v = 1.0;
+  double v = 1.0;          // compound: 1 / (1 + y/f)
+  double d1 = 1.0;         // Moosmüller: simple discount to the next coupon
+  double d1_slope = 0.0;
+  double u_slope = 0.0;
   double value = 0.0;
-  double weighted = 0.0;
+  double weighted = 0.0;   // compound: sum of t x flow; Moosmüller: the derivative
   double df = 1.0;
   double previous_t = 0.0;
   bool first = true;
 
-  void add(double amount, double t) noexcept {
+  // False when the yield makes a denominator vanish.
+  bool start(Discounting discounting, const bond_desc& desc, double yield) noexcept {
+    how = discounting;
+    f = desc.frequency;
+    if (how == Discounting::kMoosmuller) {
+      const double t = f * desc.tn;
+      const double r = yield / f;
+      const double simple_growth = 1.0 + t * r;
+      if (simple_growth == 0.0 || 1.0 + r == 0.0) return false;
+      d1 = 1.0 / simple_growth;
+      d1_slope = -t / f * d1;
+      v = 1.0 / (1.0 + r);
+      u_slope = -v / f;
+      return true;
+    }
+    const double base = 1.0 + yield / f;
+    if (base == 0.0) return false;
+    v = 1.0 / base;
+    return true;
+  }
+
+  // A flow `k` whole periods after the next coupon, `t` periods from now.
+  void add(double amount, int32_t k, double t) noexcept {
+    if (how == Discounting::kMoosmuller) {
+      const double kd = k;
+      const double flow_df = d1 * safe_pow(v, kd);
+      value += amount * flow_df;
+      weighted += amount * flow_df * (d1_slope + kd * u_slope);
+      return;
+    }
     if (first || std::fabs(t - previous_t - 1.0) > 1e-12) df = safe_pow(v, t);
     else df *= v;
     first = false;
@@ -130,11 +179,19 @@ struct DiscountRun {
   }
 
   // The price of a bullet whose coupons are the flows added so far and whose
-  // redemption falls `t` periods away, on the date of its last coupon.
-  double bullet_price(const bond_desc& bullet, double t, double* first_derivative,
+  // redemption falls on its last coupon date, k and t as for `add`.
+  double bullet_price(const bond_desc& bullet, int32_t k, double t, double* first_derivative,
                       int32_t* error) const noexcept {
-    const double redemption_df = safe_pow(v, t);
     const double redemption = bullet.redemption * 0.01;
+    if (how == Discounting::kMoosmuller) {
+      const double kd = k;
+      const double redemption_df = d1 * safe_pow(v, kd);
+      const double slope = d1_slope + kd * u_slope;
+      return finish_price(bullet, value + redemption * redemption_df,
+                          weighted + redemption * redemption_df * slope, redemption_df,
+                          redemption_df * slope, first_derivative, error);
+    }
+    const double redemption_df = safe_pow(v, t);
     const double dirty = value + redemption * redemption_df;
     const double dirty_weighted = weighted + redemption * redemption_df * t;
     return finish_price(bullet, dirty, -dirty_weighted * v / f, redemption_df,
@@ -143,30 +200,22 @@ struct DiscountRun {
 };
 
 // The bond's coupons walked once, at the yield and, for the curvature, a
-// step either side: each bullet takes the sums as far as its maturity.
+// step either side: each bullet takes the sums as far as its maturity. The
+// first walked bullet fixes the discounting; a bullet discounted otherwise
+// (a short one in its simple final period, say) is priced on its own.
 class BulletWalk {
  public:
   BulletWalk(const bond_desc& desc, double yield, bool curvature) noexcept
-      : desc_(desc), grid_(desc), runs_(curvature ? 3 : 1), period_start_(desc.next_coupon),
-        t0_(periods_to_next_coupon(desc)), nominal_t0_(desc.frequency * desc.tn),
-        net_per_period_((1.0 - desc.coupon_tax) / desc.frequency) {
-    const double yields[3] = {yield, yield - kSecondDerivativeStep, yield + kSecondDerivativeStep};
-    usable_ = bond_type_yield_method(desc.conventions, desc.yield_method_arg) == kStandardYield;
-    for (int32_t i = 0; i < runs_; ++i) {
-      run_[i].f = desc.frequency;
-      const double base = 1.0 + yields[i] / run_[i].f;
-      // A vanishing base is an error that the bullets report themselves.
-      if (base == 0.0) usable_ = false;
-      run_[i].v = 1.0 / base;
-      if (!desc.exdiv) run_[i].add(desc.full_coupon, t0_);
-    }
-  }
+      : desc_(desc), grid_(desc), runs_(curvature ? 3 : 1), yield_(yield),
+        period_start_(desc.next_coupon), t0_(periods_to_next_coupon(desc)),
+        nominal_t0_(desc.frequency * desc.tn),
+        net_per_period_((1.0 - desc.coupon_tax) / desc.frequency) {}
 
-  // Whether `bullet` is priced by the standard evaluator coupon by coupon,
-  // with its coupons those of the bond up to its maturity.
-  bool prices(const bond_desc& bullet) const noexcept {
-    if (!usable_ || final_period_method(bullet) != kWholePeriods || annuity_applies(bullet))
-      return false;
+  // Whether `bullet` is priced here, with its coupons those of the bond up
+  // to its maturity.
+  bool prices(const bond_desc& bullet) noexcept {
+    const Discounting how = discounting_of(bullet);
+    if (how == Discounting::kNone || !begin(how)) return false;
     const int32_t m = further_coupons(bullet);
     if (m < coupons_ || m < 0) return false;
     return m == 0 ? bullet.maturity == desc_.next_coupon
@@ -182,7 +231,7 @@ class BulletWalk {
       const int32_t date = grid_.after_next_coupon(k);
       const double amount = rate_in_force(desc_, period_start_) * net_per_period_;
       const double t = exponent(k, date);
-      for (int32_t i = 0; i < runs_; ++i) run_[i].add(amount, t);
+      for (int32_t i = 0; i < runs_; ++i) run_[i].add(amount, k, t);
       period_start_ = date;
     }
     coupons_ = m;
@@ -191,33 +240,60 @@ class BulletWalk {
     int32_t err = 0;
     if (runs_ == 3) {
       for (int32_t i : {1, 2}) {
-        const double p = run_[i].bullet_price(bullet, t, i == 1 ? &below : &above, &err);
+        const double p = run_[i].bullet_price(bullet, m, t, i == 1 ? &below : &above, &err);
         if (err != 0) return fail(err, p, error, failed_price);
       }
     }
-    const double p = run_[0].bullet_price(bullet, t, want_first ? &d1 : nullptr, &err);
+    const double p = run_[0].bullet_price(bullet, m, t, want_first ? &d1 : nullptr, &err);
     if (err != 0) return fail(err, p, error, failed_price);
     total.add(weight, p, d1, runs_ == 3 ? (above - below) * kSecondDerivativeScale : 0.0);
     return true;
   }
 
  private:
+  // Starts the runs with the next coupon on the first walked bullet; false
+  // when the walk is fixed to another discounting or a denominator vanishes
+  // (the bullets then report that error themselves).
+  bool begin(Discounting how) noexcept {
+    if (how_ != Discounting::kNone) return how == how_ && usable_;
+    how_ = how;
+    const double yields[3] = {yield_, yield_ - kSecondDerivativeStep,
+                              yield_ + kSecondDerivativeStep};
+    usable_ = true;
+    for (int32_t i = 0; i < runs_; ++i) {
+      usable_ = usable_ && run_[i].start(how, desc_, yields[i]);
+      if (usable_ && !desc_.exdiv) run_[i].add(desc_.full_coupon, 0, t0_);
+    }
+    return usable_;
+  }
+
   static bool fail(int32_t err, double price, int32_t* error, double* failed_price) noexcept {
     *error = err;
     *failed_price = price;
     return false;
   }
 
-  // The discounting exponent of a flow k periods after the next coupon.
+  // The discounting exponent in periods of a flow k periods after the next
+  // coupon, due on `date` (unused by Moosmüller's method).
   double exponent(int32_t k, int32_t date) const noexcept {
-    if (!pays_on_business_days(desc_)) return t0_ + static_cast<double>(k);
+    const bool business_days = pays_on_business_days(desc_);
+    if (how_ == Discounting::kActual365Days) {
+      const double f = desc_.frequency;
+      if (!business_days) return t0_ + (date - desc_.next_coupon) * f * kPerDay365;
+      const int32_t next_paid = payment_date(desc_, desc_.next_coupon);
+      const int32_t days = dates::day_count(next_paid, payment_date(desc_, date), 5, nullptr);
+      return t0_ + days * f * kPerDay365;
+    }
+    if (!business_days) return t0_ + static_cast<double>(k);
     return business_day_periods(desc_, nominal_t0_ + static_cast<double>(k), date);
   }
 
   const bond_desc& desc_;
   const CouponGrid grid_;
   int32_t runs_;
+  double yield_;
   DiscountRun run_[3];
+  Discounting how_ = Discounting::kNone;
   bool usable_ = false;
   int32_t coupons_ = 0;  // regular coupons after the next one already added
   int32_t period_start_;

@@ -21,8 +21,6 @@ constexpr int32_t kSpanishSimpleDays = 377;
 // The actual/365.25 method is used for bonds with at most this many periods.
 constexpr int32_t kActual36525MaxPeriods = 12;
 
-using FirstDerivativeEvaluator = double (*)(double, const bond_desc&, double*, int32_t*) noexcept;
-
 FirstDerivativeEvaluator compound_evaluator(const bond_desc& desc, int32_t yield_method) noexcept {
   switch (yield_method) {
     case kBraessYield:
@@ -88,6 +86,22 @@ int32_t final_period_method(const bond_desc& desc) noexcept {
   return one_period_left && simple_final ? kSimpleFinalPeriod : kWholePeriods;
 }
 
+FirstDerivativeEvaluator compound_evaluator_for(const bond_desc& desc) noexcept {
+  if (desc.amort_kind != kNoAmortisation) return nullptr;
+  const int32_t yield_method = bond_type_yield_method(desc.conventions, desc.yield_method_arg);
+  switch (yield_method) {
+    case kStandardYield:
+      if (final_period_method(desc) == kSimpleFinalPeriod) return nullptr;
+      return compound_evaluator(desc, yield_method);
+    case kBraessYield:
+    case kMoosmullerYield:
+    case kActual36525Yield:
+      return compound_evaluator(desc, yield_method);
+    default:
+      return nullptr;
+  }
+}
+
 double price_from_yield(double yield, const bond_desc& desc, double* first_derivative,
                         double* second_derivative, int32_t* error) noexcept {
   int32_t local = 0;
@@ -96,25 +110,17 @@ double price_from_yield(double yield, const bond_desc& desc, double* first_deriv
 
   if (desc.amort_kind != kNoAmortisation)
     return amortising_evaluator(yield, desc, first_derivative, second_derivative, err);
-
-  const int32_t yield_method = bond_type_yield_method(desc.conventions, desc.yield_method_arg);
-  switch (yield_method) {
-    case kStandardYield:
-      if (final_period_method(desc) == kSimpleFinalPeriod)
-        return simple_final_evaluator(yield, desc, first_derivative, second_derivative, err);
-      break;
-    case kJapaneseSimpleYield:
-      return japanese_simple_evaluator(yield, desc, first_derivative, second_derivative, err);
-    case kBraessYield:
-    case kMoosmullerYield:
-    case kActual36525Yield:
-      break;
-    default:
-      *err = 1;
-      return -1.0;
+  if (const FirstDerivativeEvaluator evaluate = compound_evaluator_for(desc)) {
+    return price_with_numerical_curvature(evaluate, yield, desc, first_derivative,
+                                          second_derivative, err);
   }
-  return price_with_numerical_curvature(compound_evaluator(desc, yield_method), yield, desc,
-                                        first_derivative, second_derivative, err);
+  const int32_t yield_method = bond_type_yield_method(desc.conventions, desc.yield_method_arg);
+  if (yield_method == kJapaneseSimpleYield)
+    return japanese_simple_evaluator(yield, desc, first_derivative, second_derivative, err);
+  if (yield_method == kStandardYield)  // in its simple-interest final period
+    return simple_final_evaluator(yield, desc, first_derivative, second_derivative, err);
+  *err = 1;
+  return -1.0;
 }
 
 }  // namespace kbond::engine

@@ -31,4 +31,12 @@ inline constexpr double kSecondDerivativeScale = 99999.99999999999;  // 1 / (2 x
 // The final-period method of a standard-method bond.
 int32_t final_period_method(const bond_desc& desc) noexcept;
 
+using FirstDerivativeEvaluator = double (*)(double, const bond_desc&, double*, int32_t*) noexcept;
+
+// The compound-yield evaluator that prices a bullet (no amortisation) with
+// its second derivative taken numerically; null for the methods that give
+// their own (simple final period, Japanese simple yield) and for an
+// unknown method.
+FirstDerivativeEvaluator compound_evaluator_for(const bond_desc& desc) noexcept;
+
 }  // namespace kbond::engine

@@ -97,7 +97,8 @@ TEST(AmortisingEvaluator, ABulletThatCannotBePricedStopsTheSum) {
 }
 
 // Bullets whose coupons are discounted one by one (several coupon rates,
-// payments moved to business days) are priced in one walk along the bond:
+// payments moved to business days, exponents in days, Moosmuller's method)
+// are priced in one walk along the bond:
 // each must still price as the bullet on its own would, ex-dividend, taxed
 // or not, and beside a first bullet in its simple final period.
 TEST(AmortisingEvaluator, WalkedBulletsPriceAsEachOnItsOwn) {
@@ -121,6 +122,15 @@ TEST(AmortisingEvaluator, WalkedBulletsPriceAsEachOnItsOwn) {
          b.yield_method_arg = 1;
          b.coupon_tax = 0.3;
          b.discount_tax = 0.125;
+       },
+       false},
+      {"Moosmuller's method", [](TestBond& b) { b.yield_method_arg = -4; }, false},
+      {"Moosmuller's method, ex-dividend", [](TestBond& b) { b.yield_method_arg = -4; }, true},
+      {"actual/365 exponents", [](TestBond& b) { b.type = 370; }, false},
+      {"actual/365 exponents, business days",
+       [](TestBond& b) {
+         b.type = 370;
+         b.yield_method_arg = 1;
        },
        false},
   };
