@@ -17,6 +17,7 @@ inline int32_t ymd(int32_t year, int32_t month, int32_t day) {
 // The argument runs every typed FRN analytic shares.
 #define KBOND_FRN_NOTE type, rates.data(), rate_dates.data(), static_cast<int32_t>(rates.size()), maturity, settlement
 #define KBOND_FRN_PERIODS previous_coupon, coupons(), static_cast<int32_t>(coupon_dates.size()), day_count, frequency
+#define KBOND_FRN_TAXES redemption, income_tax, gain_tax, holding
 #define KBOND_FRN_DATES \
   pay_on_business_day, adjustment_code, holiday_options, hols(), static_cast<int32_t>(holidays.size()), err
 
@@ -40,38 +41,26 @@ struct Note {
     return KVLtfrnai(KBOND_FRN_NOTE, KBOND_FRN_PERIODS, adjustment_code, holiday_options, hols(),
                      static_cast<int32_t>(holidays.size()), err);
   }
-  double price(double yield, int32_t* err) const {
-    return KVLtfrnpr(KBOND_FRN_NOTE, yield, KBOND_FRN_PERIODS, redemption, income_tax, gain_tax, holding,
-                     KBOND_FRN_DATES);
+  double price(double y, int32_t* err) const { return KVLtfrnpr(KBOND_FRN_NOTE, y, KBOND_FRN_PERIODS, KBOND_FRN_TAXES, KBOND_FRN_DATES); }
+  double yield(double p, int32_t* err) const { return KVLtfrnyld(KBOND_FRN_NOTE, p, KBOND_FRN_PERIODS, KBOND_FRN_TAXES, KBOND_FRN_DATES); }
+  double duration(double y, const int32_t* macaulay, int32_t* err) const {
+    return KVLtfrndur(KBOND_FRN_NOTE, y, KBOND_FRN_PERIODS, redemption, macaulay, income_tax, gain_tax, holding, KBOND_FRN_DATES);
   }
-  double yield(double price, int32_t* err) const {
-    return KVLtfrnyld(KBOND_FRN_NOTE, price, KBOND_FRN_PERIODS, redemption, income_tax, gain_tax, holding,
-                      KBOND_FRN_DATES);
+  double convexity(double y, int32_t* err) const { return KVLtfrnconv(KBOND_FRN_NOTE, y, KBOND_FRN_PERIODS, KBOND_FRN_TAXES, KBOND_FRN_DATES); }
+  double value_bp(double y, const double* divisor, int32_t* err) const {
+    return KVLtfrnvalbp(KBOND_FRN_NOTE, y, KBOND_FRN_PERIODS, KBOND_FRN_TAXES, divisor, KBOND_FRN_DATES);
   }
-  double duration(double yield, const int32_t* macaulay, int32_t* err) const {
-    return KVLtfrndur(KBOND_FRN_NOTE, yield, KBOND_FRN_PERIODS, redemption, macaulay, income_tax, gain_tax,
-                      holding, KBOND_FRN_DATES);
-  }
-  double convexity(double yield, int32_t* err) const {
-    return KVLtfrnconv(KBOND_FRN_NOTE, yield, KBOND_FRN_PERIODS, redemption, income_tax, gain_tax, holding,
-                       KBOND_FRN_DATES);
-  }
-  double value_bp(double yield, const double* divisor, int32_t* err) const {
-    return KVLtfrnvalbp(KBOND_FRN_NOTE, yield, KBOND_FRN_PERIODS, redemption, income_tax, gain_tax, holding,
-                        divisor, KBOND_FRN_DATES);
-  }
-  double value_32(double yield, const double* divisor, int32_t* err) const {
-    return KVLtfrnval32(KBOND_FRN_NOTE, yield, KBOND_FRN_PERIODS, redemption, income_tax, gain_tax, holding,
-                        divisor, KBOND_FRN_DATES);
+  double value_32(double y, const double* divisor, int32_t* err) const {
+    return KVLtfrnval32(KBOND_FRN_NOTE, y, KBOND_FRN_PERIODS, KBOND_FRN_TAXES, divisor, KBOND_FRN_DATES);
   }
   int32_t cash_flows(int32_t** dates, double** amounts, const double* price, int32_t* err) const {
-    return KVLtfrncshflw(dates, amounts, KBOND_FRN_NOTE, KBOND_FRN_PERIODS, redemption, income_tax, gain_tax,
-                         holding, price, KBOND_FRN_DATES);
+    return KVLtfrncshflw(dates, amounts, KBOND_FRN_NOTE, KBOND_FRN_PERIODS, KBOND_FRN_TAXES, price, KBOND_FRN_DATES);
   }
 };
 
 #undef KBOND_FRN_NOTE
 #undef KBOND_FRN_PERIODS
+#undef KBOND_FRN_TAXES
 #undef KBOND_FRN_DATES
 
 }  // namespace kbond::frn::testing

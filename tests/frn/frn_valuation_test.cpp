@@ -67,29 +67,23 @@ TEST(FrnTax, GainIsTaxedOnlyBelowRedemption) {
 
 TEST(FrnTax, ShortHoldingTaxesTheGainAsIncome) {
   // Maturity 17 September 2026: 200 days after settlement, within 12 and 24
-  // months, beyond 25 days. A holding up to 24 is in months, above in days.
-  Note base = two_rate_note(ymd(2026, 9, 17));
+  // months, beyond 25 days. A holding up to 24 is in months, above in days;
+  // INT32_MAX days ends with the last serial, after maturity (no overflow).
+  Note note = two_rate_note(ymd(2026, 9, 17));
   const double income = 0.4, gain = 0.1, none = 0.0;
-  base.income_tax = &income;
   const int32_t zero = 0, months24 = 24, days25 = 25, forever = INT32_MAX;
+  note.income_tax = &income;
   auto price = [&](const double* gain_rate, const int32_t* holding) {
-    Note note = base;
-    note.gain_tax = gain_rate;
-    note.holding = holding;
+    note.gain_tax = gain_rate, note.holding = holding;
     int32_t err = -1;
     const double p = note.price(0.1, &err);
     EXPECT_EQ(err, 0);
     return p;
   };
   const double as_income = price(&income, &zero);
-  EXPECT_EQ(price(&gain, nullptr), as_income);  // default holding of 12 months
-  EXPECT_EQ(price(&gain, &months24), as_income);
+  for (const int32_t* holding : {(const int32_t*)nullptr, &months24, &forever}) EXPECT_EQ(price(&gain, holding), as_income);
   EXPECT_NE(price(&gain, &days25), as_income);
-  // A holding of INT32_MAX days ends with the last serial, after maturity:
-  // the gain is taxed as income (no overflow on the way).
-  EXPECT_EQ(price(&gain, &forever), as_income);
-  // A zero gain rate is never replaced by the income rate.
-  EXPECT_EQ(price(&none, nullptr), price(&none, &zero));
+  EXPECT_EQ(price(&none, nullptr), price(&none, &zero));  // a zero gain rate is never replaced
 }
 
 TEST(FrnYield, RoundTripsThroughPrice) {
