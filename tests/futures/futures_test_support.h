@@ -24,15 +24,10 @@ static_assert(serial(2000, 3, 1) == 36585);
 
 struct FactorCall {
   double coupon = 0.06;
-  int32_t maturity = 0;
-  int32_t delivery = 0;
-  int32_t contract = 0;
+  int32_t maturity = 0, delivery = 0, contract = 0;
   const double* notional = nullptr;
-  const int32_t* check = nullptr;
-  const int32_t* extra = nullptr;
-  const int32_t* holidays = nullptr;
-  int32_t n_holidays = 0;
-  int32_t error = -12345;
+  const int32_t *check = nullptr, *extra = nullptr, *holidays = nullptr;
+  int32_t n_holidays = 0, error = -12345;
 
   double run() {
     return KVLbfact1(coupon, maturity, delivery, &contract, holidays, n_holidays, nullptr, nullptr,

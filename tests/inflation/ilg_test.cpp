@@ -16,46 +16,43 @@ using kbond::dates::date_to_serial;
 // RPI 81.6), settling 15 March 2005 with the July 2005 coupon fixed at
 // 2.8952 per 100 and a latest RPI of 188.9.
 struct IlgCall {
-  double real_coupon = 0.025;
-  double next_amount = 2.8952;
-  double base = 81.6;
-  double latest = 188.9;
-  int32_t maturity = date_to_serial(26, 7, 2016);
-  int32_t settlement = date_to_serial(15, 3, 2005);
-  const int32_t* previous = nullptr;
-  const int32_t* next = nullptr;
+  double real_coupon = 0.025, next_amount = 2.8952, base = 81.6, latest = 188.9;
+  int32_t maturity = date_to_serial(26, 7, 2016), settlement = date_to_serial(15, 3, 2005);
+  const int32_t *previous = nullptr, *next = nullptr, *exdiv_override = nullptr;
   double inflation = 0.03;
-  int32_t pay_on_business_day = 0;
-  const int32_t* exdiv_override = nullptr;
-  int32_t holiday_count = 0;
+  int32_t pay_on_business_day = 0, holiday_count = 0;
 
-  double price(double y, int32_t* err) const {
-    return KVLilgpr(real_coupon, next_amount, base, latest, maturity, settlement, y, previous, next, &inflation,
-                    &pay_on_business_day, nullptr, nullptr, holiday_count, exdiv_override, nullptr, 0, err);
+#define KBOND_ILG_HEAD real_coupon, next_amount, base, latest, maturity, settlement
+#define KBOND_ILG_TAIL \
+  previous, next, &inflation, &pay_on_business_day, nullptr, nullptr, holiday_count, exdiv_override, nullptr, 0, err
+  double price(double y, int32_t* err) const { return KVLilgpr(KBOND_ILG_HEAD, y, KBOND_ILG_TAIL); }
+  double price2(double y, const int32_t* month, int32_t* err) const {
+    return KVLilgpr2(KBOND_ILG_HEAD, y, month, KBOND_ILG_TAIL);
   }
-  double price2(double y, const int32_t* extra, int32_t* err) const {
-    return KVLilgpr2(real_coupon, next_amount, base, latest, maturity, settlement, y, extra, previous, next,
-                     &inflation, &pay_on_business_day, nullptr, nullptr, holiday_count, exdiv_override,
-                     nullptr, 0, err);
-  }
-  double yield(double p, int32_t* err) const {
-    return KVLilgyld(real_coupon, next_amount, base, latest, maturity, settlement, p, previous, next, &inflation,
-                     &pay_on_business_day, nullptr, nullptr, holiday_count, exdiv_override, nullptr, 0, err);
-  }
-  double yield2(double p, const int32_t* extra, int32_t* err) const {
-    return KVLilgyld2(real_coupon, next_amount, base, latest, maturity, settlement, p, extra, previous, next,
-                      &inflation, &pay_on_business_day, nullptr, nullptr, holiday_count, exdiv_override,
-                      nullptr, 0, err);
-  }
-  double accrued(int32_t* err) const {
-    return KVLilgai(real_coupon, next_amount, maturity, settlement, previous, next, nullptr, nullptr,
-                    holiday_count, exdiv_override, nullptr, err);
+  double yield(double p, int32_t* err) const { return KVLilgyld(KBOND_ILG_HEAD, p, KBOND_ILG_TAIL); }
+  double yield2(double p, const int32_t* month, int32_t* err) const {
+    return KVLilgyld2(KBOND_ILG_HEAD, p, month, KBOND_ILG_TAIL);
   }
   int32_t cashflows(int32_t** dates, double** amounts, double* redemption, int32_t* err) const {
-    return KVLilgcshflw(dates, amounts, redemption, real_coupon, next_amount, base, latest, maturity, settlement,
-                        previous, next, &inflation, &pay_on_business_day, nullptr, nullptr, holiday_count,
-                        exdiv_override, nullptr, 0, err);
+    return KVLilgcshflw(dates, amounts, redemption, KBOND_ILG_HEAD, KBOND_ILG_TAIL);
   }
+#undef KBOND_ILG_HEAD
+#undef KBOND_ILG_TAIL
+  double accrued(int32_t* err) const {
+    return KVLilgai(real_coupon, next_amount, maturity, settlement, previous, next, nullptr, nullptr, holiday_count,
+                    exdiv_override, nullptr, err);
+  }
+};
+
+struct Table {
+  int32_t rows = 0, *dates = nullptr;
+  double *amounts = nullptr, redemption = 0.0;
+  explicit Table(const IlgCall& call) {
+    int32_t err = -1;
+    rows = call.cashflows(&dates, &amounts, &redemption, &err);
+    EXPECT_EQ(err, 0);
+  }
+  ~Table() { KVLilgcshflw_free(dates, amounts); }
 };
 
 TEST(IlgPrice, DebtManagementOfficeFormula) {
@@ -67,7 +64,23 @@ TEST(IlgPrice, DebtManagementOfficeFormula) {
   IlgCall call;
   int32_t err = -1;
   EXPECT_NEAR(call.price(0.015, &err), 251.603567, 1e-9);
+  EXPECT_NEAR(call.accrued(&err), 0.767788, 1e-12);
   EXPECT_EQ(err, 0);
+  // The latest index month: January 2005, two months before settlement, is
+  // what KVLilgpr assumes; a December 2004 index is five months from May
+  // 2005, which fixes the January 2006 coupon: one month more inflation,
+  // 252.218959 (Python).
+  const int32_t january = date_to_serial(1, 1, 2005), december = date_to_serial(15, 12, 2004);
+  EXPECT_NEAR(call.price2(0.015, &january, &err), 251.603567, 1e-9);
+  EXPECT_NEAR(call.price2(0.015, nullptr, &err), 251.603567, 1e-9);
+  EXPECT_NEAR(call.price2(0.015, &december, &err), 252.218959, 1e-9);
+  EXPECT_NEAR(call.yield2(252.218959, &december, &err), 0.015, 1e-8);
+  EXPECT_EQ(err, 0);
+  for (double y : {-0.01, 0.0, 0.005, 0.015, 0.04}) {
+    const double p = call.price(y, &err);
+    EXPECT_NEAR(call.yield(p, &err), y, 1e-7) << "yield " << y;
+    EXPECT_EQ(err, 0);
+  }
 }
 
 TEST(IlgPrice, MoneyMarketPriceWhenOnlyTheRedemptionRemains) {
@@ -82,7 +95,6 @@ TEST(IlgPrice, MoneyMarketPriceWhenOnlyTheRedemptionRemains) {
   call.previous = &previous;
   int32_t err = -1;
   EXPECT_NEAR(call.price(0.005, &err), 265.925425, 1e-9);
-  EXPECT_EQ(err, 0);
   EXPECT_NEAR(call.yield(265.925425, &err), 0.005, 1e-8);
   EXPECT_EQ(err, 0);
   // 1 + t * y = 0 has no price.
@@ -90,60 +102,38 @@ TEST(IlgPrice, MoneyMarketPriceWhenOnlyTheRedemptionRemains) {
   EXPECT_EQ(err, 1);
 }
 
-TEST(IlgPrice, LatestIndexMonthMovesTheProjection) {
-  IlgCall call;
-  int32_t err = -1;
-  // January 2005 is the month two months before settlement: same as KVLilgpr.
-  const int32_t january = date_to_serial(1, 1, 2005);
-  EXPECT_NEAR(call.price2(0.015, &january, &err), 251.603567, 1e-9);
-  EXPECT_EQ(err, 0);
-  // A December 2004 index is five months from May 2005, the month that fixes
-  // the January 2006 coupon: one month more inflation, 252.218959 (Python).
-  const int32_t december = date_to_serial(15, 12, 2004);
-  EXPECT_NEAR(call.price2(0.015, &december, &err), 252.218959, 1e-9);
-  EXPECT_NEAR(call.yield2(252.218959, &december, &err), 0.015, 1e-8);
-  EXPECT_EQ(err, 0);
-  EXPECT_NEAR(call.price2(0.015, nullptr, &err), 251.603567, 1e-9);
-}
-
-TEST(IlgYield, RoundTripsThePrice) {
-  IlgCall call;
-  for (double y : {-0.01, 0.0, 0.005, 0.015, 0.04}) {
-    int32_t err = -1;
-    const double p = call.price(y, &err);
-    ASSERT_EQ(err, 0);
-    EXPECT_NEAR(call.yield(p, &err), y, 1e-7) << "yield " << y;
-    EXPECT_EQ(err, 0);
-  }
-}
-
-TEST(IlgAccrued, NextCouponTimesAccruedDaysOverThePeriod) {
-  IlgCall call;
-  int32_t err = -1;
-  EXPECT_NEAR(call.accrued(&err), 0.767788, 1e-12);  // 2.8952 * 48/181
-  EXPECT_EQ(err, 0);
-}
-
-TEST(IlgExDividend, SevenBusinessDaysBeforeTheCoupon) {
+TEST(IlgExDividend, SevenBusinessDaysOrTheOverride) {
   // 26 July 2005 is a Tuesday; seven business days earlier is Friday 15 July
   // and the ex-dividend date the day after, so Friday settles cum-dividend
-  // and Monday 18 July ex-dividend with accrued 2.8952 * (173/181 - 1).
+  // and Monday 18 July ex-dividend with accrued 2.8952 * (173/181 - 1). An
+  // override of 10 counts business days (ex from Tuesday 12 July); one
+  // below 1 calendar days after the coupon date (-3: 23 July).
+  const int32_t ten = 10, minus_three = -3;
+  struct Case { const int32_t* days; int32_t cum, ex; } const cases[] = {
+      {nullptr, date_to_serial(15, 7, 2005), date_to_serial(18, 7, 2005)},
+      {&ten, date_to_serial(11, 7, 2005), date_to_serial(12, 7, 2005)},
+      {&minus_three, date_to_serial(22, 7, 2005), date_to_serial(23, 7, 2005)},
+  };
+  for (const Case& c : cases) {
+    IlgCall call;
+    call.exdiv_override = c.days;
+    int32_t err = -1;
+    call.settlement = c.cum;
+    EXPECT_GT(call.accrued(&err), 0.0);
+    call.settlement = c.ex;
+    EXPECT_LT(call.accrued(&err), 0.0);
+    EXPECT_EQ(err, 0);
+  }
   IlgCall call;
-  int32_t err = -1;
-  call.settlement = date_to_serial(15, 7, 2005);
-  EXPECT_GT(call.accrued(&err), 0.0);
   call.settlement = date_to_serial(18, 7, 2005);
+  int32_t err = -1;
   EXPECT_NEAR(call.accrued(&err), -0.127965, 1e-12);
-  EXPECT_EQ(err, 0);
-
-  int32_t* dates = nullptr;
-  double* amounts = nullptr;
-  double redemption = 0.0;
-  ASSERT_EQ(call.cashflows(&dates, &amounts, &redemption, &err), 23);
-  EXPECT_EQ(amounts[0], 0.0);
-  EXPECT_GT(amounts[1], 0.0);
-  KVLilgcshflw_free(dates, amounts);
-
+  {
+    const Table t(call);  // the July coupon is no longer the buyer's
+    ASSERT_EQ(t.rows, 23);
+    EXPECT_EQ(t.amounts[0], 0.0);
+    EXPECT_GT(t.amounts[1], 0.0);
+  }
   // At one settlement, ex-dividend (by an override) against cum-dividend:
   // the dirty prices differ by the July coupon discounted over the 8 days
   // left, 2.8952 * v^(8/181), v = 1 / (1.0075 * sqrt(1.03)).
@@ -152,68 +142,33 @@ TEST(IlgExDividend, SevenBusinessDaysBeforeTheCoupon) {
   const double cum = call.price(0.015, &err) + call.accrued(&err);
   call.exdiv_override = &twenty_days_earlier;
   const double ex = call.price(0.015, &err) + call.accrued(&err);
-  const double v = 1.0 / (1.0075 * std::sqrt(1.03));
-  EXPECT_NEAR(cum - ex, 2.8952 * std::pow(v, 8.0 / 181.0), 3e-6);
+  EXPECT_NEAR(cum - ex, 2.8952 * std::pow(1.0 / (1.0075 * std::sqrt(1.03)), 8.0 / 181.0), 3e-6);
 }
 
-TEST(IlgExDividend, OverrideCountsBusinessOrCalendarDays) {
+TEST(IlgCashflows, ProjectedFromTheLatestIndexAndRepriceTheBond) {
   IlgCall call;
   int32_t err = -1;
-  // Ten business days before Tuesday 26 July 2005 is Tuesday 12 July.
-  const int32_t ten = 10;
-  call.exdiv_override = &ten;
-  call.settlement = date_to_serial(11, 7, 2005);
-  EXPECT_GT(call.accrued(&err), 0.0);
-  call.settlement = date_to_serial(12, 7, 2005);
-  EXPECT_LT(call.accrued(&err), 0.0);
-  // n < 1: the coupon date plus n calendar days, here 23 July.
-  const int32_t minus_three = -3;
-  call.exdiv_override = &minus_three;
-  call.settlement = date_to_serial(22, 7, 2005);
-  EXPECT_GT(call.accrued(&err), 0.0);
-  call.settlement = date_to_serial(23, 7, 2005);
-  EXPECT_LT(call.accrued(&err), 0.0);
-}
-
-TEST(IlgCashflows, ProjectedFromTheLatestIndex) {
-  IlgCall call;
-  int32_t* dates = nullptr;
-  double* amounts = nullptr;
-  double redemption = 0.0;
-  int32_t err = -1;
-  const int32_t rows = call.cashflows(&dates, &amounts, &redemption, &err);
-  ASSERT_EQ(err, 0);
-  ASSERT_EQ(rows, 23);  // July 2005 and the 22 coupons to July 2016
-  EXPECT_EQ(dates[0], date_to_serial(26, 7, 2005));
-  EXPECT_EQ(amounts[0], 2.8952);
-  EXPECT_EQ(dates[1], date_to_serial(26, 1, 2006));
-  // 1.25 * 188.9/81.6 * 1.03^(4/12), then half a year of 3 % per row.
-  EXPECT_NEAR(amounts[1], 2.922340972304498, 1e-9);
-  EXPECT_NEAR(amounts[2] / amounts[1], std::sqrt(1.03), 1e-12);
-  EXPECT_EQ(dates[22], call.maturity);
-  EXPECT_NEAR(redemption, 318.8685841975839, 1e-8);  // 100 * the last row's factor
-
-  // The table reprices the bond at the DMO discount factor.
-  const double v = 1.0 / ((1.0 + 0.0075) * std::sqrt(1.03));
-  double dirty = redemption * std::pow(v, 133.0 / 181.0 + 22);
-  for (int32_t i = 0; i < rows; ++i) dirty += amounts[i] * std::pow(v, 133.0 / 181.0 + i);
-  EXPECT_NEAR(std::floor(dirty * 1e6 + 0.5) / 1e6 - 0.767788, call.price(0.015, &err), 1e-6);
-  KVLilgcshflw_free(dates, amounts);
-}
-
-TEST(IlgCashflows, PaymentsMoveToTheNextBusinessDayOnRequest) {
-  // 26 January 2013 is a Saturday: paid on Monday 28 January.
-  IlgCall call;
-  int32_t* dates = nullptr;
-  double* amounts = nullptr;
-  int32_t err = -1;
-  ASSERT_EQ(call.cashflows(&dates, nullptr, nullptr, &err), 23);
-  EXPECT_EQ(dates[15], date_to_serial(26, 1, 2013));
-  KVLilgcshflw_free(dates, amounts);
+  {
+    const Table t(call);
+    ASSERT_EQ(t.rows, 23);  // July 2005 and the 22 coupons to July 2016
+    EXPECT_EQ(t.dates[0], date_to_serial(26, 7, 2005));
+    EXPECT_EQ(t.amounts[0], 2.8952);
+    EXPECT_EQ(t.dates[1], date_to_serial(26, 1, 2006));
+    // 1.25 * 188.9/81.6 * 1.03^(4/12), then half a year of 3 % per row.
+    EXPECT_NEAR(t.amounts[1], 2.922340972304498, 1e-9);
+    EXPECT_NEAR(t.amounts[2] / t.amounts[1], std::sqrt(1.03), 1e-12);
+    EXPECT_EQ(t.dates[15], date_to_serial(26, 1, 2013));  // a Saturday, unadjusted
+    EXPECT_EQ(t.dates[22], call.maturity);
+    EXPECT_NEAR(t.redemption, 318.8685841975839, 1e-8);  // 100 * the last row's factor
+    // The table reprices the bond at the DMO discount factor.
+    const double v = 1.0 / ((1.0 + 0.0075) * std::sqrt(1.03));
+    double dirty = t.redemption * std::pow(v, 133.0 / 181.0 + 22);
+    for (int32_t i = 0; i < t.rows; ++i) dirty += t.amounts[i] * std::pow(v, 133.0 / 181.0 + i);
+    EXPECT_NEAR(std::floor(dirty * 1e6 + 0.5) / 1e6 - 0.767788, call.price(0.015, &err), 1e-6);
+  }
+  // On request payments move to the next business day: Monday 28 January 2013.
   call.pay_on_business_day = 1;
-  ASSERT_EQ(call.cashflows(&dates, &amounts, nullptr, &err), 23);
-  EXPECT_EQ(dates[15], date_to_serial(28, 1, 2013));
-  KVLilgcshflw_free(dates, amounts);
+  EXPECT_EQ(Table(call).dates[15], date_to_serial(28, 1, 2013));
 }
 
 TEST(IlgCashflows, BrokenFinalPeriodCarriesItsFraction) {
@@ -224,86 +179,71 @@ TEST(IlgCashflows, BrokenFinalPeriodCarriesItsFraction) {
   IlgCall call;
   call.next_amount = 2.9;
   call.settlement = date_to_serial(15, 1, 2016);
-  const int32_t previous = date_to_serial(10, 9, 2015);
-  const int32_t next = date_to_serial(10, 3, 2016);
+  const int32_t previous = date_to_serial(10, 9, 2015), next = date_to_serial(10, 3, 2016);
   call.previous = &previous;
   call.next = &next;
-  int32_t* dates = nullptr;
-  double* amounts = nullptr;
-  double redemption = 0.0;
-  int32_t err = -1;
-  ASSERT_EQ(call.cashflows(&dates, &amounts, &redemption, &err), 2);
-  EXPECT_EQ(dates[1], call.maturity);
-  EXPECT_NEAR(amounts[1], 2.1965360540586647, 1e-9);
-  EXPECT_NEAR(redemption, 234.2971790995909, 1e-8);
-  KVLilgcshflw_free(dates, amounts);
+  const Table t(call);
+  ASSERT_EQ(t.rows, 2);
+  EXPECT_EQ(t.dates[1], call.maturity);
+  EXPECT_NEAR(t.amounts[1], 2.1965360540586647, 1e-9);
+  EXPECT_NEAR(t.redemption, 234.2971790995909, 1e-8);
 }
 
-TEST(IlgArguments, NonPositiveInputsAreRefused) {
-  int32_t err = 0;
-  for (int field = 0; field < 4; ++field) {
-    for (double bad : {0.0, -1.0, std::nan("")}) {
-      IlgCall call;
-      double* target[4] = {&call.real_coupon, &call.next_amount, &call.base, &call.latest};
-      *target[field] = bad;
-      EXPECT_EQ(call.price(0.015, &err), -1.0) << "field " << field;
-      EXPECT_EQ(err, 1);
-      EXPECT_EQ(call.yield(250.0, &err), -1.0);
-      EXPECT_EQ(err, 1);
-    }
+TEST(IlgArguments, BadInputsFailWithErrorOne) {
+  static const int32_t july05 = date_to_serial(26, 7, 2005);
+  struct Bad { const char* what; void (*spoil)(IlgCall&); } const cases[] = {
+      {"zero coupon", [](IlgCall& c) { c.real_coupon = 0.0; }},
+      {"negative next amount", [](IlgCall& c) { c.next_amount = -1.0; }},
+      {"zero base", [](IlgCall& c) { c.base = 0.0; }},
+      {"latest not a number", [](IlgCall& c) { c.latest = std::nan(""); }},
+      {"inflation of -50 %", [](IlgCall& c) { c.inflation = -0.5; }},
+      {"negative holiday count", [](IlgCall& c) { c.holiday_count = -1; }},
+      {"previous not before next", [](IlgCall& c) { c.previous = c.next = &july05; }},
+      // A base RPI of 3.4e-322 makes the index ratio overflow (found by fuzzing).
+      {"denormal base", [](IlgCall& c) { c.base = 3.3596463917204765e-322; }},
+  };
+  for (const Bad& c : cases) {
+    IlgCall call;
+    c.spoil(call);
+    int32_t err = 0, *dates = &err;
+    double* amounts = nullptr;
+    EXPECT_EQ(call.price(0.015, &err), -1.0) << c.what;
+    EXPECT_EQ(err, 1) << c.what;
+    EXPECT_EQ(call.yield(250.0, &err), -1.0) << c.what;
+    EXPECT_EQ(err, 1) << c.what;
+    EXPECT_EQ(call.cashflows(&dates, &amounts, nullptr, &err), 0) << c.what;
+    EXPECT_EQ(dates, nullptr) << c.what;
   }
-}
-
-TEST(IlgArguments, InflationMustStayAboveMinusFiftyPercent) {
   IlgCall call;
   int32_t err = 0;
-  call.inflation = -0.5;
-  EXPECT_EQ(call.price(0.015, &err), -1.0);
+  const int32_t bad_month = -5;
+  EXPECT_EQ(call.price(std::nan(""), &err), -1.0);
+  EXPECT_EQ(err, 1);
+  EXPECT_EQ(call.price2(0.015, &bad_month, &err), -1.0);
   EXPECT_EQ(err, 1);
   call.inflation = -0.49;
   EXPECT_GT(call.price(0.015, &err), 0.0);
   EXPECT_EQ(err, 0);
-}
-
-TEST(IlgArguments, BadDatesAndCountsFail) {
-  int32_t err = 0;
-  IlgCall call;
   call.settlement = call.maturity + 1;
   EXPECT_EQ(call.accrued(&err), -1.0);
   EXPECT_EQ(err, 1);
-  call = IlgCall{};
-  call.holiday_count = -1;
-  EXPECT_EQ(call.price(0.015, &err), -1.0);
-  EXPECT_EQ(err, 1);
-  call = IlgCall{};
-  const int32_t previous = date_to_serial(26, 7, 2005);  // not before the next coupon
-  const int32_t next = date_to_serial(26, 7, 2005);
-  call.previous = &previous;
-  call.next = &next;
-  EXPECT_EQ(call.price(0.015, &err), -1.0);
-  EXPECT_EQ(err, 1);
-  call = IlgCall{};
-  EXPECT_EQ(call.price(std::nan(""), &err), -1.0);
-  EXPECT_EQ(err, 1);
-  const int32_t bad_month = -5;
-  EXPECT_EQ(call.price2(0.015, &bad_month, &err), -1.0);
-  EXPECT_EQ(err, 1);
+  KVLilgcshflw_free(nullptr, nullptr);
 }
 
-TEST(IlgArguments, FailedCashflowCallLeavesNothingToFree) {
+TEST(IndexOverflow, IndexLinkedGiltTableRefusesAnOverflowingRedemption) {
+  // A base RPI of 3.56e-306: 188.9 / 3.56e-306 = 5.3e307 is finite, the
+  // uplifted redemption (x 100, and projected forward) is not. No table,
+  // error 1, outputs untouched (found by fuzzing).
   IlgCall call;
-  call.base = 0.0;
-  int32_t dummy = 0;
-  int32_t* dates = &dummy;
-  double dummy_amount = 0.0;
-  double* amounts = &dummy_amount;
-  int32_t err = 0;
-  EXPECT_EQ(call.cashflows(&dates, &amounts, nullptr, &err), 0);
-  EXPECT_EQ(err, 1);
+  call.base = 3.5604468283196269e-306;
+  int32_t error = 0, *dates = nullptr;
+  double* amounts = nullptr;
+  double redemption = -12345.0;
+  EXPECT_EQ(call.cashflows(&dates, &amounts, &redemption, &error), 0);
+  EXPECT_EQ(error, 1);
   EXPECT_EQ(dates, nullptr);
   EXPECT_EQ(amounts, nullptr);
-  KVLilgcshflw_free(dates, amounts);
-  KVLilgcshflw_free(nullptr, nullptr);
+  EXPECT_EQ(redemption, -12345.0);
 }
 
 }  // namespace
