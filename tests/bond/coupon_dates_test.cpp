@@ -1,4 +1,5 @@
-// KVLbcpn, KVLbncpn and KVLbexdiv against calendars worked by hand.
+// KVLbcpn, KVLbncpn, KVLbexdiv and KVLbal against calendars and sinking
+// funds worked by hand.
 #include <gtest/gtest.h>
 
 #include "bond/quoted_bond.h"
@@ -6,120 +7,138 @@
 namespace kbond::testing {
 namespace {
 
-int32_t coupon_date(int32_t maturity, int32_t settlement, int32_t k, int32_t type = 0,
-                    int32_t dated = 0, int32_t first = 0, int32_t* error = nullptr) {
+int32_t coupon_date(int32_t maturity, int32_t settlement, int32_t k, int32_t dated = 0,
+                    int32_t first = 0, int32_t* error = nullptr) {
+  const int32_t type = 0;
   return KVLbcpn(maturity, settlement, &k, dated ? &dated : nullptr, first ? &first : nullptr,
                  &type, nullptr, nullptr, error);
 }
 
+int32_t coupons_left(int32_t maturity, int32_t settlement, int32_t type, int32_t dated = 0,
+                     int32_t first = 0) {
+  return KVLbncpn(maturity, settlement, dated ? &dated : nullptr, first ? &first : nullptr,
+                  &type, nullptr, nullptr, nullptr);
+}
+
 // A Treasury paying 15 May and 15 November, settled 12 March 2024.
 TEST(CouponDates, CountedFromSettlement) {
-  const int32_t maturity = civil_serial(2034, 11, 15);
-  const int32_t settle = civil_serial(2024, 3, 12);
-  EXPECT_EQ(coupon_date(maturity, settle, 0), civil_serial(2023, 11, 15));
-  EXPECT_EQ(coupon_date(maturity, settle, 1), civil_serial(2024, 5, 15));
-  EXPECT_EQ(coupon_date(maturity, settle, -1), civil_serial(2023, 5, 15));
-  EXPECT_EQ(coupon_date(maturity, settle, 3), civil_serial(2025, 5, 15));
+  const int32_t maturity = ymd(2034, 11, 15), settle = ymd(2024, 3, 12);
+  EXPECT_EQ(coupon_date(maturity, settle, 0), ymd(2023, 11, 15));
+  EXPECT_EQ(coupon_date(maturity, settle, 1), ymd(2024, 5, 15));
+  EXPECT_EQ(coupon_date(maturity, settle, -1), ymd(2023, 5, 15));
+  EXPECT_EQ(coupon_date(maturity, settle, 3), ymd(2025, 5, 15));
   // NULL k is the last coupon date on or before settlement.
-  const int32_t type = 0;
-  EXPECT_EQ(KVLbcpn(maturity, settle, nullptr, nullptr, nullptr, &type, nullptr, nullptr, nullptr),
-            civil_serial(2023, 11, 15));
-  // Past maturity there is no coupon date.
+  EXPECT_EQ(KVLbcpn(maturity, settle, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
+            ymd(2023, 11, 15));
+  // 22 coupons, May and November of 2024 .. 2034; none past maturity.
   int32_t err = 0;
-  EXPECT_EQ(coupon_date(maturity, settle, 22, 0, 0, 0, &err), maturity);
-  EXPECT_EQ(coupon_date(maturity, settle, 23, 0, 0, 0, &err), -1);
+  EXPECT_EQ(coupon_date(maturity, settle, 22, 0, 0, &err), maturity);
+  EXPECT_EQ(coupon_date(maturity, settle, 23, 0, 0, &err), -1);
   EXPECT_EQ(err, 1);
-  // 22 coupons: May and November of 2024 .. 2034.
-  EXPECT_EQ(KVLbncpn(maturity, settle, nullptr, nullptr, &type, nullptr, nullptr, nullptr), 22);
-  // An annual Bund maturing 15 August 2034 (frequency from the type).
-  const int32_t bund = 60;
-  EXPECT_EQ(KVLbncpn(civil_serial(2034, 8, 15), settle, nullptr, nullptr, &bund, nullptr, nullptr,
-                     nullptr),
-            11);
+  EXPECT_EQ(coupons_left(maturity, settle, 0), 22);
+  EXPECT_EQ(coupons_left(ymd(2034, 8, 15), settle, 60), 11);  // an annual Bund
 }
 
-// A new issue dated 1 February 2024 with its first coupon on 15 November
-// 2024: before the first coupon there is only the first coupon itself.
-TEST(CouponDates, NothingBeforeTheFirstCoupon) {
-  const int32_t maturity = civil_serial(2034, 11, 15);
-  const int32_t dated = civil_serial(2024, 2, 1), first = civil_serial(2024, 11, 15);
-  const int32_t settle = civil_serial(2024, 3, 12);
-  EXPECT_EQ(coupon_date(maturity, settle, 1, 0, dated, first), first);
-  EXPECT_EQ(coupon_date(maturity, settle, 2, 0, dated, first), civil_serial(2025, 5, 15));
+// A new issue dated 1 February 2024, first coupon 15 November 2024: before
+// it there is only the first coupon itself. Coupons every 15 February and
+// 15 August from a first coupon in 2025 with maturity 1 October 2039 off
+// that grid: the last coupon is paid at maturity.
+TEST(CouponDates, OddFirstAndLastPeriods) {
+  const int32_t maturity = ymd(2034, 11, 15), settle = ymd(2024, 3, 12);
+  const int32_t dated = ymd(2024, 2, 1), first = ymd(2024, 11, 15);
+  EXPECT_EQ(coupon_date(maturity, settle, 1, dated, first), first);
+  EXPECT_EQ(coupon_date(maturity, settle, 2, dated, first), ymd(2025, 5, 15));
   int32_t err = 0;
-  EXPECT_EQ(coupon_date(maturity, settle, 0, 0, dated, first, &err), -1);
+  EXPECT_EQ(coupon_date(maturity, settle, 0, dated, first, &err), -1);
   EXPECT_EQ(err, 1);
+
+  const int32_t broken = ymd(2039, 10, 1), dated2 = ymd(2024, 2, 20), first2 = ymd(2025, 2, 15);
+  EXPECT_EQ(coupon_date(broken, ymd(2039, 8, 20), 1, dated2, first2), broken);
+  EXPECT_EQ(coupon_date(broken, ymd(2039, 8, 20), 0, dated2, first2), ymd(2039, 8, 15));
+  EXPECT_EQ(coupon_date(broken, broken, 0, dated2, first2), broken);
+  // 15 August and the broken period to 1 October.
+  EXPECT_EQ(coupons_left(broken, ymd(2039, 3, 1), 0, dated2, first2), 2);
 }
 
-// Coupons every 15 February and 15 August from the first coupon, maturity
-// 1 October 2039 off that grid: the last coupon is paid at maturity.
-TEST(CouponDates, MaturityOffTheGridIsTheLastCouponDate) {
-  const int32_t maturity = civil_serial(2039, 10, 1);
-  const int32_t dated = civil_serial(2024, 2, 20), first = civil_serial(2025, 2, 15);
-  EXPECT_EQ(coupon_date(maturity, civil_serial(2039, 8, 20), 1, 0, dated, first), maturity);
-  EXPECT_EQ(coupon_date(maturity, civil_serial(2039, 8, 20), 0, 0, dated, first),
-            civil_serial(2039, 8, 15));
-  EXPECT_EQ(coupon_date(maturity, maturity, 0, 0, dated, first), maturity);
-  const int32_t type = 0;
-  EXPECT_EQ(KVLbncpn(maturity, civil_serial(2039, 3, 1), &dated, &first, &type, nullptr, nullptr,
-                     nullptr),
-            2);  // 15 August and the broken period to 1 October
+int32_t exdiv(int32_t coupon, int32_t type, const int32_t* period = nullptr,
+              const int32_t* holiday = nullptr, const uint8_t* weekend = nullptr,
+              int32_t* error = nullptr) {
+  return KVLbexdiv(coupon, ymd(2024, 2, 10), &type, period, holiday, holiday ? 1 : 0, weekend,
+                   error);
 }
 
-// Gilts: seven business days before the coupon, plus a day. The 7 March
-// 2024 coupon (a Thursday): back over 6, 5, 4, 1 March, 29, 28, 27 February
-// -> 27 February, plus one day: ex-dividend from 28 February.
-TEST(ExDividendDate, GiltSevenBusinessDays) {
-  const int32_t gilt = 40;
-  EXPECT_EQ(KVLbexdiv(civil_serial(2029, 9, 7), civil_serial(2024, 2, 10), &gilt, nullptr,
-                      nullptr, 0, nullptr, nullptr),
-            civil_serial(2024, 2, 28));
-  // A holiday on 1 March pushes it a business day earlier.
-  const int32_t holiday = civil_serial(2024, 3, 1);
-  EXPECT_EQ(KVLbexdiv(civil_serial(2029, 9, 7), civil_serial(2024, 2, 10), &gilt, nullptr,
-                      &holiday, 1, nullptr, nullptr),
-            civil_serial(2024, 2, 27));
-}
-
-// Australian bonds: seven calendar days; the caller's period overrides it.
-// Coupon 15 April 2024 (a Monday).
-TEST(ExDividendDate, CalendarAndBusinessDayOverrides) {
-  const int32_t acgb = 220;
-  const int32_t maturity = civil_serial(2033, 4, 15);
-  const int32_t settle = civil_serial(2024, 3, 12);
-  EXPECT_EQ(KVLbexdiv(maturity, settle, &acgb, nullptr, nullptr, 0, nullptr, nullptr),
-            civil_serial(2024, 4, 8));
-  const int32_t three_business_days = 3, ten_calendar_days = -10;
-  EXPECT_EQ(KVLbexdiv(maturity, settle, &acgb, &three_business_days, nullptr, 0, nullptr, nullptr),
-            civil_serial(2024, 4, 10));  // Fri 12, Thu 11, Wed 10
-  EXPECT_EQ(KVLbexdiv(maturity, settle, &acgb, &ten_calendar_days, nullptr, 0, nullptr, nullptr),
-            civil_serial(2024, 4, 5));
-  // With Saturday and Sunday working days: 14, 13, 12 April.
-  const uint8_t weekend_works = 3;
-  EXPECT_EQ(KVLbexdiv(maturity, settle, &acgb, &three_business_days, nullptr, 0, &weekend_works,
-                      nullptr),
-            civil_serial(2024, 4, 12));
-  // A Treasury has no ex-dividend period: the coupon date itself.
-  const int32_t treasury = 0;
-  EXPECT_EQ(KVLbexdiv(maturity, settle, &treasury, nullptr, nullptr, 0, nullptr, nullptr),
-            civil_serial(2024, 4, 15));
+// Gilts: seven business days before the coupon, plus a day. Thursday
+// 7 March 2024: back over 6, 5, 4, 1 March, 29, 28, 27 February, plus one
+// day: 28 February; a holiday on 1 March makes it the 27th. Australian
+// bonds: seven calendar days before Monday 15 April 2024, or the caller's
+// period; a Treasury goes ex on the coupon date.
+TEST(ExDividendDate, MarketRulesAndOverrides) {
+  const int32_t gilt = 40, acgb = 220, holiday = ymd(2024, 3, 1);
+  EXPECT_EQ(exdiv(ymd(2029, 9, 7), gilt), ymd(2024, 2, 28));
+  EXPECT_EQ(exdiv(ymd(2029, 9, 7), gilt, nullptr, &holiday), ymd(2024, 2, 27));
+  const int32_t maturity = ymd(2033, 4, 15), three_business = 3, ten_calendar = -10;
+  const uint8_t weekend_works = 3;  // Saturday and Sunday are working days
+  EXPECT_EQ(exdiv(maturity, acgb), ymd(2024, 4, 8));
+  EXPECT_EQ(exdiv(maturity, acgb, &three_business), ymd(2024, 4, 10));  // Fri, Thu, Wed
+  EXPECT_EQ(exdiv(maturity, acgb, &ten_calendar), ymd(2024, 4, 5));
+  EXPECT_EQ(exdiv(maturity, acgb, &three_business, nullptr, &weekend_works), ymd(2024, 4, 12));
+  EXPECT_EQ(exdiv(maturity, 0), ymd(2024, 4, 15));
 }
 
 TEST(ExDividendDate, BadArguments) {
-  const int32_t unknown = 10, gilt = 40;
-  const int32_t maturity = civil_serial(2029, 9, 7), settle = civil_serial(2024, 2, 10);
+  const int32_t gilt = 40, maturity = ymd(2029, 9, 7), settle = ymd(2024, 2, 10);
   int32_t err = 0;
-  EXPECT_EQ(KVLbexdiv(maturity, settle, &unknown, nullptr, nullptr, 0, nullptr, &err), -1);
+  EXPECT_EQ(exdiv(maturity, 10, nullptr, nullptr, nullptr, &err), -1);
   EXPECT_EQ(err, 460);
-  EXPECT_EQ(KVLbexdiv(maturity, settle, &gilt, nullptr, nullptr, 2, nullptr, &err), -1);
-  EXPECT_EQ(err, 50);
-  EXPECT_EQ(KVLbexdiv(maturity, settle, &gilt, nullptr, nullptr, -1, nullptr, &err), -1);
-  EXPECT_EQ(err, 60);
+  for (const auto& [n, error] : {std::pair{2, 50}, std::pair{-1, 60}}) {
+    EXPECT_EQ(KVLbexdiv(maturity, settle, &gilt, nullptr, nullptr, n, nullptr, &err), -1);
+    EXPECT_EQ(err, error);
+  }
   EXPECT_EQ(KVLbexdiv(maturity, -5, &gilt, nullptr, nullptr, 0, nullptr, &err), -1);
   EXPECT_EQ(err, 1);
   EXPECT_EQ(KVLbcpn(maturity, maturity + 1, nullptr, nullptr, nullptr, &gilt, nullptr, nullptr,
                     &err),
             -1);
+  EXPECT_EQ(err, 1);
+}
+
+// The sinking fund settled on its 15 June 2024 coupon date, repaying 10 %
+// each June 2026..2033 and 20 % at maturity in 2034:
+//   0.1 x (2 + 3 + ... + 9) + 0.2 x 10 = 4.4 + 2.0 = 6.4 years.
+TEST(AverageLife, SinkingFundByHand) {
+  QuotedBond sinker = sinking_fund(ymd(2024, 6, 15));
+  int32_t err = -1;
+  EXPECT_NEAR(sinker.average_life(&err), 6.4, 1e-12);
+  EXPECT_EQ(err, 0);
+  // Settled after two repayments (16 June 2027): the 80 % still out is
+  // repaid 0.1 at 1 .. 6 years less a day, 0.2 at 7, in periods from
+  // settlement with t0 = 182 / 183 (16 Jun..15 Dec 2027).
+  const double t0 = 182.0 / 183;
+  double weighted = 0.2 * (t0 + 13);
+  for (int year = 1; year <= 6; ++year) weighted += 0.1 * (t0 + 2 * year - 1);
+  EXPECT_NEAR(sinker.at(ymd(2027, 6, 16)).average_life(), weighted / 0.8 / 2, 1e-12);
+  // The 2026 repayment ends the run after one date: 0.1 x 2 + 0.9 x 10.
+  sinker.sink_ends = {ymd(2026, 6, 15)};
+  EXPECT_NEAR(sinker.average_life(), 9.2, 1e-12);
+}
+
+// Without a sinking fund the life is the time to maturity: from 12 March
+// 2024, 64 / 182 of a period to 15 May 2024 and 21 more to 15 November
+// 2034; on the broken grid above, from 1 March 2039, 167 of the 181 days
+// to 15 August and then 47 of 184 days to 1 October.
+TEST(AverageLife, BulletIsTimeToMaturity) {
+  QuotedBond note(0, 0.05, ymd(2034, 11, 15), ymd(2024, 3, 12));
+  EXPECT_NEAR(note.average_life(), (64.0 / 182 + 21.0) / 2.0, 1e-12);
+  QuotedBond broken(0, 0.05, ymd(2039, 10, 1), ymd(2039, 3, 1));
+  broken.dated = ymd(2024, 2, 20);
+  broken.first = ymd(2025, 2, 15);
+  EXPECT_NEAR(broken.average_life(), (167.0 / 181 + 47.0 / 184) / 2.0, 1e-12);
+  // Failures return 0: a negative settlement, a schedule without its dates.
+  int32_t err = 0;
+  EXPECT_EQ(note.at(-3).average_life(&err), 0.0);
+  EXPECT_EQ(err, 1);
+  note.factor = 0.5;
+  EXPECT_EQ(note.average_life(&err), 0.0);
   EXPECT_EQ(err, 1);
 }
 

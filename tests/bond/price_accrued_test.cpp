@@ -1,0 +1,321 @@
+// KVLbpr, KVLbai and KVLbai1 on real bonds under each market's convention.
+// Prices are checked against an independent spreadsheet-style price (the
+// PRICE / ODDFPRICE construction: every cash flow discounted at (1 + y/f)
+// to the power of its distance in periods), accrued interest against the
+// market's formula worked by hand. Day counts are counted on the calendar
+// in the comments.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+#include "bond/quoted_bond.h"
+
+namespace kbond::testing {
+namespace {
+
+constexpr double kSixDecimals = 5.1e-7;  // types 0 and 1 round prices to 1e-6
+constexpr double kUnrounded = 1e-9;
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+// Spreadsheet price per 100 with n >= 1 coupons left: the next coupon
+// `next` dsc periods away (left out ex-dividend), later ones of `regular`.
+double sheet_price(double y, int f, int n, double next, double regular, double dsc,
+                   double redemption, double accrued, bool cum = true) {
+  const double v = 1.0 / (1.0 + y / f);
+  double dirty = cum ? next * std::pow(v, dsc) : 0.0;
+  for (int k = 2; k <= n; ++k) dirty += regular * std::pow(v, k - 1 + dsc);
+  return dirty + redemption * std::pow(v, n - 1 + dsc) - accrued;
+}
+
+TEST(Price, MarketsMatchTheSpreadsheetPrice) {
+  struct Case {
+    const char* what;
+    QuotedBond bond;
+    double y;
+    int f, n;
+    double next, dsc, redemption, accrued;
+    bool cum;
+    double tolerance;
+  };
+  const QuotedBond gilt(40, 0.045, ymd(2028, 6, 7), 0);  // 7 Jun / 7 Dec
+  // Dated 1 Feb 2025, first coupon 15 May 2025 (short: 103 of the 181 days
+  // of the quasi-period from 15 Nov 2024); dated 15 Sep 2024 (long: 61/184
+  // of the quasi-period to 15 Nov 2024 and the whole one after it).
+  QuotedBond odd_short(0, 0.05, ymd(2029, 11, 15), ymd(2025, 3, 1));
+  odd_short.dated = ymd(2025, 2, 1);
+  odd_short.first = ymd(2025, 5, 15);
+  QuotedBond odd_long = odd_short.at(ymd(2024, 12, 1));
+  odd_long.dated = ymd(2024, 9, 15);
+  QuotedBond at98(500, 0.06, ymd(2030, 6, 15), ymd(2028, 3, 15));
+  at98.rates = {0.06, 98.0};  // {rate, redemption}
+  const Case cases[] = {
+      // 20 coupons left, 164 of the 181 days of the period to run, 17 accrued.
+      {"Treasury", QuotedBond(0, 0.0425, ymd(2034, 11, 15), ymd(2024, 12, 2)), 0.042, 2, 20,
+       2.125, 164.0 / 181, 100, 2.125 * 17 / 181, true, kSixDecimals},
+      // 20 May 2025: 164 of 182 days accrued, 18 to run, 7 coupons left.
+      {"Gilt cum", gilt.at(ymd(2025, 5, 20)), 0.041, 2, 7, 2.25, 18.0 / 182, 100,
+       2.25 * 164 / 182, true, kUnrounded},
+      // 3 June 2025 is ex-dividend (from 30 May): the June coupon goes to the
+      // seller and the accrued interest is minus the 4 days to it.
+      {"Gilt ex", gilt.at(ymd(2025, 6, 3)), 0.041, 2, 7, 2.25, 4.0 / 182, 100, -2.25 * 4 / 182,
+       false, kUnrounded},
+      // Gilts discount the last period compound: 85 of 183 days accrued.
+      {"Gilt last period", gilt.at(ymd(2028, 3, 1)), 0.041, 2, 1, 2.25, 98.0 / 183, 100,
+       2.25 * 85 / 183, true, kUnrounded},
+      // Annual act/act: 23 of 365 days accrued, 342 to run, 10 coupons.
+      {"Bund", QuotedBond(60, 0.025, ymd(2035, 2, 15), ymd(2025, 3, 10)), 0.026, 1, 10, 2.5,
+       342.0 / 365, 100, 2.5 * 23 / 365, true, kUnrounded},
+      // 75 days to the short first coupon, 28 accrued.
+      {"short first coupon", odd_short, 0.048, 2, 10, 2.5 * 103 / 181, 75.0 / 181, 100,
+       2.5 * 28 / 181, true, kSixDecimals},
+      // 165 of 181 days to run, 61/184 + 16/181 of a period accrued.
+      {"long first coupon", odd_long, 0.048, 2, 10, 2.5 * (1 + 61.0 / 184), 165.0 / 181, 100,
+       2.5 * (61.0 / 184 + 16.0 / 181), true, kSixDecimals},
+      // Redeemed at 98: 91 of 183 days accrued, 92 to run, 5 coupons left.
+      {"redemption 98", at98, 0.05, 2, 5, 3.0, 92.0 / 183, 98, 3.0 * 91 / 183, true, kUnrounded},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    int32_t err = -1;
+    const double regular = 100.0 * c.bond.rates[0] / c.f;
+    EXPECT_NEAR(c.bond.price(c.y, &err),
+                sheet_price(c.y, c.f, c.n, c.next, regular, c.dsc, c.redemption, c.accrued, c.cum),
+                c.tolerance);
+    EXPECT_EQ(err, 0);
+  }
+}
+
+TEST(Price, QuotationRules) {
+  // A Treasury in its last period is priced at simple interest: 4 % note of
+  // 15 May 2025 on 1 Apr 2025 at 4.5 %, 44 of 181 days to run, 137 accrued.
+  const QuotedBond last(0, 0.04, ymd(2025, 5, 15), ymd(2025, 4, 1));
+  const double simple = 102.0 / (1.0 + 44.0 / 181 * 0.0225) - 2.0 * 137 / 181;
+  EXPECT_NEAR(last.price(0.045), simple, kSixDecimals);
+  const double compound = sheet_price(0.045, 2, 1, 2.0, 2.0, 44.0 / 181, 100, 2.0 * 137 / 181);
+  EXPECT_GT(std::fabs(last.price(0.045) - compound), 1e-5);
+
+  // Corporates (30/360) truncate to three decimals: 85 of 180 days accrued,
+  // 95 to run, 11 coupons left.
+  const QuotedBond corp(3, 0.05, ymd(2030, 6, 15), ymd(2025, 3, 10));
+  const double exact = sheet_price(0.055, 2, 11, 2.5, 2.5, 95.0 / 180, 100, 2.5 * 85 / 180);
+  EXPECT_DOUBLE_EQ(corp.price(0.055), std::floor(std::floor(exact * 1e8 + 0.5) * 1e-5) * 0.001);
+  EXPECT_GT(corp.price(0.055), exact - 0.001);
+
+  // Type 242 quotes annual yields on semi-annual coupons: 1 + y/2 = 1.05^(1/2)
+  // gives the equivalent of type 240 quoted semi-annually. The last period
+  // is not converted.
+  const QuotedBond annual(242, 0.045, ymd(2032, 9, 1), ymd(2025, 4, 15));
+  QuotedBond semi = annual;
+  semi.type = 240;
+  semi.frequency = {2};
+  EXPECT_NEAR(annual.price(0.05), semi.price(2.0 * (std::sqrt(1.05) - 1.0)), 1e-10);
+  EXPECT_GT(std::fabs(annual.price(0.05) - semi.price(0.05)), 1e-3);
+  const int32_t last_period = ymd(2032, 5, 1);
+  EXPECT_NEAR(annual.at(last_period).price(0.05), semi.at(last_period).price(0.05), 1e-12);
+
+  // Redemption as a ratio {rate, 100, 102} is an explicit redemption of 102.
+  QuotedBond ratio(500, 0.06, ymd(2030, 6, 15), ymd(2028, 3, 15));
+  QuotedBond explicit_102 = ratio;
+  ratio.rates = {0.06, 100.0, 102.0};
+  explicit_102.redemption = 102.0;
+  EXPECT_NEAR(ratio.price(0.05), explicit_102.price(0.05), 1e-12);
+}
+
+// Sinking funds are priced per outstanding face, as a blend of the bullets
+// to each repayment date. 6 % bullets settled 15 Mar 2028 at 5 %: the 2028
+// leg is in its last period (simple interest), the others compound.
+TEST(Price, SinkingFundsPerOutstandingFace) {
+  const double b2028 = 103.0 / (1.0 + 92.0 / 183 * 0.025) - 3.0 * 91 / 183;
+  const auto bullet = [](int n) {
+    return sheet_price(0.05, 2, n, 3.0, 3.0, 92.0 / 183, 100, 3.0 * 91 / 183);
+  };
+  // 20 % repaid every 15 June from 2027: 80 % outstanding, 20 % in 2028 and
+  // 2029, 40 % at maturity in 2030.
+  QuotedBond scheduled(500, 0.06, ymd(2030, 6, 15), ymd(2028, 3, 15));
+  scheduled.frequency = {2, 1};
+  scheduled.factor = 1.0;
+  scheduled.sink_dates = {ymd(2027, 6, 15)};
+  scheduled.sink_amounts = {0.2};
+  EXPECT_NEAR(scheduled.price(0.05), (0.2 * b2028 + 0.2 * bullet(3) + 0.4 * bullet(5)) / 0.8,
+              1e-9);
+  // Five equal repayments 2026..2030 (factor -1): 60 % outstanding.
+  QuotedBond equal = scheduled;
+  equal.factor = -1.0;
+  equal.sink_dates = {ymd(2026, 6, 15)};
+  equal.sink_amounts.clear();
+  EXPECT_NEAR(equal.price(0.05), (0.2 * b2028 + 0.2 * bullet(3) + 0.2 * bullet(5)) / 0.6, 1e-9);
+  // Accrued interest does not depend on the face outstanding.
+  EXPECT_DOUBLE_EQ(equal.accrued(), QuotedBond(500, 0.06, ymd(2030, 6, 15), ymd(2028, 3, 15))
+                                        .accrued());
+}
+
+// Accrued interest per 100: coupon x days accrued / days (or year basis),
+// and after the ex-dividend date minus the coupon x days to the coupon.
+// KVLbai and KVLbai1 without business-day arguments agree.
+TEST(Accrued, MarketDayCountsAndExDividendRules) {
+  struct Case {
+    const char* what;
+    int32_t type;
+    double rate;
+    int32_t maturity, settle;
+    double expected;
+  };
+  const Case cases[] = {
+      // 4.25 % Treasury: 17 of 181 days; nothing on a coupon date.
+      {"Treasury", 0, 0.0425, ymd(2034, 11, 15), ymd(2024, 12, 2), 2.125 * 17 / 181},
+      {"Treasury coupon date", 0, 0.0425, ymd(2034, 11, 15), ymd(2025, 5, 15), 0.0},
+      // Gilt coupon Saturday 7 Jun 2025; 7 business days back is Thursday
+      // 29 May, ex-dividend from 30 May.
+      {"Gilt cum", 40, 0.045, ymd(2028, 6, 7), ymd(2025, 5, 29), 2.25 * 173 / 182},
+      {"Gilt ex", 40, 0.045, ymd(2028, 6, 7), ymd(2025, 5, 30), -2.25 * 8 / 182},
+      {"Gilt ex later", 40, 0.045, ymd(2028, 6, 7), ymd(2025, 6, 3), -2.25 * 4 / 182},
+      // Gilts accrued act/365 until 31 Oct 1998 (146 days since 7 Jun), then
+      // act/act over the 183-day period.
+      {"Gilt 1998 act/365", 40, 0.08, ymd(2015, 12, 7), ymd(1998, 10, 31), 8.0 * 146 / 365},
+      {"Gilt 1998 act/act", 40, 0.08, ymd(2015, 12, 7), ymd(1998, 11, 2), 4.0 * 148 / 183},
+      // ACGB: ex 7 days before 21 Apr, three decimals: -2.125 x 5/182 =
+      // -0.05838 -> -0.058; 2.125 x 174/182 = 2.03159 -> 2.032; last period
+      // act/365: 4.25 x 41/365 = 0.47740 -> 0.477.
+      {"ACGB ex", 220, 0.0425, ymd(2026, 4, 21), ymd(2025, 4, 16), -0.058},
+      {"ACGB cum", 220, 0.0425, ymd(2026, 4, 21), ymd(2025, 4, 13), 2.032},
+      {"ACGB last period", 220, 0.0425, ymd(2026, 4, 21), ymd(2025, 12, 1), 0.477},
+      // SGB 30E/360, ex 5 business days before Wed 12 Nov 2025 (Wed 5 Nov).
+      {"SGB cum", 180, 0.01, ymd(2026, 11, 12), ymd(2025, 11, 4), 352.0 / 360},
+      {"SGB ex", 180, 0.01, ymd(2026, 11, 12), ymd(2025, 11, 7), -5.0 / 360},
+      // NGB act/365, ex 14 days before 19 Feb: from 5 Feb 2025.
+      {"NGB cum", 330, 0.015, ymd(2026, 2, 19), ymd(2025, 2, 4), 1.5 * 351 / 365},
+      {"NGB ex", 330, 0.015, ymd(2026, 2, 19), ymd(2025, 2, 10), -1.5 * 9 / 365},
+      // Danish 302: 30E/360 before 8 Feb 2001 (82 days from 15 Nov), then
+      // act/act as type 300 (85 of 365 days).
+      {"Danish pre-EMU", 302, 0.06, ymd(2006, 11, 15), ymd(2001, 2, 7), 6.0 * 82 / 360},
+      {"Danish EMU", 302, 0.06, ymd(2006, 11, 15), ymd(2001, 2, 8), 6.0 * 85 / 365},
+      // 3 x 98/365 = 0.805479 per 100, rounded at the fifth decimal of face
+      // (OAT: 0.805) or the sixth (Portugal: 0.8055).
+      {"OAT", 81, 0.03, ymd(2034, 11, 25), ymd(2025, 3, 3), 0.805},
+      {"PGB", 290, 0.03, ymd(2034, 11, 25), ymd(2025, 3, 3), 0.8055},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    const QuotedBond bond(c.type, c.rate, c.maturity, c.settle);
+    int32_t e = -1, e1 = -1;
+    EXPECT_NEAR(bond.accrued(&e), c.expected, 1e-10);
+    EXPECT_EQ(bond.accrued1(&e1), bond.accrued());
+    EXPECT_EQ(e, 0);
+    EXPECT_EQ(e1, 0);
+  }
+}
+
+TEST(Accrued, OverridesAndSubstitutedTypes) {
+  // The caller's ex-dividend period: 3 calendar days before 7 Jun 2025.
+  QuotedBond gilt(40, 0.045, ymd(2028, 6, 7), ymd(2025, 6, 3));
+  gilt.exdiv = -3;
+  EXPECT_NEAR(gilt.accrued(), 2.25 * 178 / 182, 1e-10);
+  EXPECT_NEAR(gilt.at(ymd(2025, 6, 4)).accrued(), -2.25 * 3 / 182, 1e-10);
+  // A holiday on Friday 30 May 2025 sends the Gilt ex a day earlier when
+  // the business-day arguments are given (KVLbai1 only).
+  gilt.exdiv.reset();
+  gilt.holidays = {ymd(2025, 5, 30)};
+  EXPECT_GT(gilt.at(ymd(2025, 5, 29)).accrued(), 0.0);
+  EXPECT_LT(gilt.at(ymd(2025, 5, 29)).accrued1(), 0.0);
+  // Type 16 ignores odd coupons for price and yield only: it accrues as a
+  // municipal (type 2), 30/360 from the dated date: 125 days.
+  QuotedBond muni(16, 0.05, ymd(2030, 6, 1), ymd(2025, 5, 20));
+  muni.dated = ymd(2025, 1, 15);
+  muni.first = ymd(2025, 12, 1);
+  EXPECT_NEAR(muni.accrued(), 5.0 * 125 / 360, 1e-10);
+  muni.type = 2;
+  EXPECT_NEAR(muni.accrued(), 5.0 * 125 / 360, 1e-10);
+  // Bank of Canada conventions (22) accrue as Canadian bonds (20).
+  EXPECT_DOUBLE_EQ(QuotedBond(22, 0.04, ymd(2030, 6, 1), ymd(2025, 5, 20)).accrued(),
+                   QuotedBond(20, 0.04, ymd(2030, 6, 1), ymd(2025, 5, 20)).accrued());
+}
+
+// Every malformed call is error 1 and the failure value -1.0, from the
+// price and both accrued-interest exports, with or without an error pointer.
+TEST(PriceAccruedBadInput, EachSpoiledArgument) {
+  const std::pair<const char*, std::function<void(QuotedBond&)>> cases[] = {
+      {"no coupons", [](QuotedBond& b) { b.rates.clear(); }},
+      {"NaN coupon", [](QuotedBond& b) { b.rates = {kNaN}; }},
+      {"infinite coupon", [](QuotedBond& b) { b.rates = {HUGE_VAL}; }},
+      {"no dates", [](QuotedBond& b) { b.dates.clear(); }},
+      {"maturity 0", [](QuotedBond& b) { b.dates = {0}; }},
+      {"maturity beyond the last serial", [](QuotedBond& b) { b.dates = {1825001}; }},
+      {"unknown type", [](QuotedBond& b) { b.type = 10; }},
+      {"undefined custom type", [](QuotedBond& b) { b.type = 1077; }},
+      {"frequency 5", [](QuotedBond& b) { b.frequency = {5}; }},
+      {"frequency 24", [](QuotedBond& b) { b.frequency = {24}; }},
+      {"dated after first coupon",
+       [](QuotedBond& b) { b.dated = ymd(2025, 7, 1), b.first = ymd(2025, 6, 15); }},
+      {"negative dated date", [](QuotedBond& b) { b.dated = -3; }},
+      {"factor above 1",
+       [](QuotedBond& b) {
+         b.factor = 1.5, b.sink_dates = {ymd(2027, 6, 15)}, b.sink_amounts = {0.1};
+       }},
+      {"factor without sinking dates", [](QuotedBond& b) { b.factor = -1.0; }},
+      {"NaN factor", [](QuotedBond& b) { b.factor = kNaN, b.sink_dates = {ymd(2027, 6, 15)}; }},
+      {"NaN coupon tax", [](QuotedBond& b) { b.coupon_tax = kNaN; }},
+      {"settlement 0", [](QuotedBond& b) { b.settlement = 0; }},
+      {"negative settlement", [](QuotedBond& b) { b.settlement = -1; }},
+      {"settlement beyond the last serial", [](QuotedBond& b) { b.settlement = 1825001; }},
+      {"settlement after maturity", [](QuotedBond& b) { b.settlement = ymd(2030, 6, 16); }},
+  };
+  for (const auto& [what, spoil] : cases) {
+    SCOPED_TRACE(what);
+    QuotedBond b(0, 0.05, ymd(2030, 6, 15), ymd(2025, 3, 10));
+    spoil(b);
+    int32_t e = 0, e1 = 0, e2 = 0;
+    EXPECT_EQ(b.price(0.05, &e), -1.0);
+    EXPECT_EQ(b.accrued(&e1), -1.0);
+    EXPECT_EQ(b.accrued1(&e2), -1.0);
+    EXPECT_TRUE(e == 1 && e1 == 1 && e2 == 1) << e << " " << e1 << " " << e2;
+    EXPECT_EQ(b.price(0.05), -1.0);
+  }
+  const QuotedBond good(0, 0.05, ymd(2030, 6, 15), ymd(2025, 3, 10));
+  for (const double y : {kNaN, HUGE_VAL}) {
+    int32_t e = 0;
+    EXPECT_EQ(good.price(y, &e), -1.0);
+    EXPECT_EQ(e, 1);
+  }
+}
+
+TEST(PriceAccruedBadInput, CountsWithoutArraysAndAllNullOptionals) {
+  const double c = 0.0425, factor = -1.0;
+  const int32_t m = ymd(2034, 11, 15), s = ymd(2024, 12, 2);
+  int32_t e = 0;
+  // A negative coupon count; a frequency count without its array.
+  for (const auto& [n_coupons, n_frequency] : {std::pair{-1, 0}, std::pair{1, 1}}) {
+    EXPECT_EQ(KVLbpr(&c, n_coupons, &m, 1, s, 0.05, nullptr, nullptr, nullptr, nullptr,
+                     n_frequency, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                     nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr, &e),
+              -1.0);
+    EXPECT_EQ(e, 1);
+  }
+  // A negative holiday count and a holiday count without the list.
+  for (const int32_t n : {-1, 2}) {
+    EXPECT_EQ(KVLbai1(&c, 1, &m, 1, s, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr,
+                      nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr, nullptr, nullptr, n, &e),
+              -1.0);
+    EXPECT_EQ(e, 1);
+  }
+  // A negative sinking-date count.
+  EXPECT_EQ(KVLbai(&c, 1, &m, 1, s, nullptr, nullptr, nullptr, nullptr, 0, nullptr, &factor, &m,
+                   -1, nullptr, 0, nullptr, nullptr, nullptr, &e),
+            -1.0);
+  EXPECT_EQ(e, 1);
+  // With every optional argument NULL the bond is a U.S. Treasury: the
+  // 4.25 % note of 2034 at 4.20 % is 100.401459 (a spreadsheet's PRICE),
+  // exactly to six decimals, and a success clears a stale error code.
+  e = 99;
+  const double price = KVLbpr(&c, 1, &m, 1, s, 0.042, nullptr, nullptr, nullptr, nullptr, 0,
+                              nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                              nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr,
+                              nullptr, &e);
+  EXPECT_EQ(e, 0);
+  EXPECT_NEAR(price, 100.401459, kSixDecimals);
+  EXPECT_DOUBLE_EQ(price, std::floor(price * 1e6 + 0.5) * 1e-6);
+}
+
+}  // namespace
+}  // namespace kbond::testing
