@@ -33,6 +33,7 @@ int32_t len(const std::vector<T>& v) { return static_cast<int32_t>(v.size()); }
 #define KB_SINK \
   opt(factor), arr(sink_dates), len(sink_dates), arr(sink_ends), len(sink_ends), \
       arr(sink_amounts), nullptr
+#define KB_TAIL opt(method), KB_BD, KB_SINK, opt(exdiv)
 
 struct QuotedBond {
   int32_t type = 0;
@@ -52,12 +53,10 @@ struct QuotedBond {
   int32_t maturity() const { return dates.back(); }
 
   double price(double y, int32_t* e = nullptr) const {
-    return KVLbpr(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, opt(method), KB_BD, KB_SINK,
-                  opt(exdiv), e);
+    return KVLbpr(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, KB_TAIL, e);
   }
   double yield(double clean, int32_t* e = nullptr) const {
-    return KVLbyld(KB_BOND, clean, KB_DESC, opt(redemption), KB_TAX, opt(method), KB_BD, KB_SINK,
-                   opt(exdiv), e);
+    return KVLbyld(KB_BOND, clean, KB_DESC, opt(redemption), KB_TAX, KB_TAIL, e);
   }
   double accrued(int32_t* e = nullptr) const {
     return KVLbai(KB_BOND, KB_DESC, opt(coupon_tax), KB_SINK, opt(exdiv), e);
@@ -66,20 +65,16 @@ struct QuotedBond {
     return KVLbai1(KB_BOND, KB_DESC, opt(coupon_tax), KB_SINK, opt(exdiv), KB_BD, e);
   }
   double duration(double y, const int32_t* kind = nullptr, int32_t* e = nullptr) const {
-    return KVLbdur(KB_BOND, y, KB_DESC, opt(redemption), kind, KB_TAX, opt(method), KB_BD,
-                   KB_SINK, opt(exdiv), e);
+    return KVLbdur(KB_BOND, y, KB_DESC, opt(redemption), kind, KB_TAX, KB_TAIL, e);
   }
   double convexity(double y, int32_t* e = nullptr) const {
-    return KVLbconv(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, opt(method), KB_BD, KB_SINK,
-                    opt(exdiv), e);
+    return KVLbconv(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, KB_TAIL, e);
   }
   double value_of_bp(double y, const double* scale = nullptr, int32_t* e = nullptr) const {
-    return KVLbvalbp(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, scale, opt(method), KB_BD,
-                     KB_SINK, opt(exdiv), e);
+    return KVLbvalbp(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, scale, KB_TAIL, e);
   }
   double value_of_tick(double y, const double* ticks = nullptr, int32_t* e = nullptr) const {
-    return KVLbval32(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, ticks, opt(method), KB_BD,
-                     KB_SINK, opt(exdiv), e);
+    return KVLbval32(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, ticks, KB_TAIL, e);
   }
   double coupon_amount(int32_t* e = nullptr) const {
     return KVLbcamt(KB_BOND, KB_DESC, opt(coupon_tax), KB_SINK, e);
@@ -87,12 +82,10 @@ struct QuotedBond {
   // The cash-flow table; `clean` NULL for 100.
   int32_t cash_flows(int32_t** d, double** c, double** p, double** t,
                      const double* clean = nullptr, int32_t* e = nullptr) const {
-    return KVLbcshflw(d, c, p, t, KB_BOND, KB_DESC, opt(redemption), KB_TAX, clean, opt(method),
-                      KB_BD, KB_SINK, opt(exdiv), e);
+    return KVLbcshflw(d, c, p, t, KB_BOND, KB_DESC, opt(redemption), KB_TAX, clean, KB_TAIL, e);
   }
   double horizon_yield(double clean, int32_t date, double sale, int32_t* e = nullptr) const {
-    return KVLbhyld(KB_BOND, clean, date, sale, KB_DESC, KB_TAX, opt(method), KB_BD, KB_SINK,
-                    opt(exdiv), e);
+    return KVLbhyld(KB_BOND, clean, date, sale, KB_DESC, KB_TAX, KB_TAIL, e);
   }
   double realized_yield(double clean, double rate, int32_t* e = nullptr) const {
     return KVLbryld(KB_BOND, clean, rate, KB_DESC, opt(redemption), KB_TAX, opt(method), KB_BD, e);
@@ -100,15 +93,13 @@ struct QuotedBond {
   double yield_to_worst(double clean, const std::vector<int32_t>& calls,
                         const std::vector<double>& prices, int32_t* e = nullptr) const {
     return KVLbyworst(KB_BOND, clean, KB_DESC, arr(calls), len(calls), arr(prices), len(prices),
-                      opt(coupon_tax), opt(discount_tax), opt(horizon), opt(method), KB_BD,
-                      KB_SINK, opt(exdiv), e);
+                      opt(coupon_tax), opt(discount_tax), opt(horizon), KB_TAIL, e);
   }
   double yield_to_average_life(double clean, int32_t* e = nullptr) const {
     return KVLbyldal(KB_BOND, clean, KB_DESC, opt(redemption), KB_TAX, opt(method), KB_SINK, e);
   }
   double remaining_life(double value, int32_t* e = nullptr) const {
-    return KVLbel(KB_BOND, value, KB_DESC, opt(redemption), KB_TAX, opt(method), KB_BD, KB_SINK,
-                  opt(exdiv), e);
+    return KVLbel(KB_BOND, value, KB_DESC, opt(redemption), KB_TAX, KB_TAIL, e);
   }
   double average_life(int32_t* e = nullptr) const {
     return KVLbal(maturity(), settlement, KB_DESC, opt(redemption), KB_SINK, e);
@@ -120,6 +111,7 @@ struct QuotedBond {
 #undef KB_TAX
 #undef KB_BD
 #undef KB_SINK
+#undef KB_TAIL
 
 // 10 % of the initial face repaid each 15 June from 2026, the last 20 % at
 // maturity on 15 June 2034: 6 % semi-annual, unrounded (type 500).
