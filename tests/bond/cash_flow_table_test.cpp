@@ -1,6 +1,7 @@
 // KVLbcshflw: hand-checked tables, tax on the gain, the ownership rules of
-// the library-allocated arrays, and for every shape of schedule a price,
-// yield and table that agree with each other.
+// the library-allocated arrays. For every shape of schedule a price, yield,
+// table and risk measures that agree with each other. Macaulay duration and
+// coupon amount by hand.
 #include <cmath>
 #include <vector>
 
@@ -132,8 +133,13 @@ TEST(CashFlowTable, AbsurdTaxOrPriceIsAFailure) {
 }
 
 // For bond shapes beyond the bullet, KVLbyld gives back the yield KVLbpr
-// priced at, and the table's rows discounted at that yield (per period,
-// f a year) give back the dirty price.
+// priced at; the table's rows discounted at that yield (per period, f a
+// year) give back the dirty price; duration and convexity match finite
+// differences of KVLbpr (every shape's price is unrounded), the value of a
+// basis point is duration x dirty price x 1e-4 and a 32nd is worth
+// 1 / (32 x that) bp. Annual quotation (242, chain rule through the annual
+// re-expression) and a JGB's simple yield discount on another basis than
+// the table's (f = 0: not repriced).
 TEST(BondShapes, PriceYieldAndCashFlowsAgree) {
   const int32_t settle = ymd(2024, 3, 12);
   struct Shape {
@@ -163,6 +169,9 @@ TEST(BondShapes, PriceYieldAndCashFlowsAgree) {
   shapes.back().bond.coupon_tax = shapes.back().bond.discount_tax = 0.125;
   shapes.push_back({"sinking fund", sinking_fund(settle), 2});
   shapes.push_back({"sinking fund under way", sinking_fund(ymd(2027, 9, 20)), 2});
+  shapes.push_back({"annual quotation", regular, 0});
+  shapes.back().bond.type = 242;
+  shapes.push_back({"JGB", QuotedBond(200, 0.008, ymd(2033, 12, 20), settle), 0});
 
   for (const Shape& s : shapes) {
     // The table is per 100 of initial face, prices per 100 outstanding.
@@ -176,14 +185,57 @@ TEST(BondShapes, PriceYieldAndCashFlowsAgree) {
       ASSERT_EQ(err, 0);
       EXPECT_NEAR(s.bond.yield(clean, &err), y, 1e-7);
       EXPECT_EQ(err, 0);
+      const double dirty = clean + s.bond.accrued();
       Table t(s.bond, &clean);
       ASSERT_EQ(t.error, 0);
       double pv = 0.0;
-      for (int32_t i = 0; i < t.rows; ++i)
+      for (int32_t i = 0; i < t.rows && s.f; ++i)
         pv += (t.coupons[i] + t.principal[i]) * std::pow(1.0 + y / s.f, -t.periods[i]);
-      EXPECT_NEAR(pv, (clean + s.bond.accrued()) * outstanding, 1e-9);
+      EXPECT_TRUE(s.f == 0 || std::fabs(pv - dirty * outstanding) < 1e-9) << pv;
+      // Steps of 1e-6 and 1e-4 leave truncation errors near 1e-10 and 1e-8.
+      const double k = 1e-6, h = 1e-4, duration = s.bond.duration(y, nullptr, &err);
+      EXPECT_EQ(err, 0);
+      EXPECT_NEAR(duration, (s.bond.price(y - k) - s.bond.price(y + k)) / (2 * k) / dirty, 1e-7);
+      const double convexity = s.bond.convexity(y, &err);
+      const double second = s.bond.price(y + h) - 2 * clean + s.bond.price(y - h);
+      EXPECT_NEAR(convexity, second / (h * h) / dirty, 2e-3 * convexity);
+      const double bp = s.bond.value_of_bp(y, nullptr, &err), per_percent = 1.0;
+      EXPECT_NEAR(bp, duration * dirty * 1e-4, 1e-12);
+      EXPECT_NEAR(s.bond.value_of_tick(y), 1.0 / (32.0 * bp), 1e-9);
+      EXPECT_NEAR(s.bond.value_of_bp(y, &per_percent), 100.0 * bp, 1e-10);
     }
   }
+}
+
+// Two years of a 6 % semiannual note at 6 %, on a coupon date, at par:
+// Macaulay = (0.5 x 3 v + 1 x 3 v^2 + 1.5 x 3 v^3 + 2 x 103 v^4) / 100
+// with v = 1 / 1.03; modified = that / 1.03.
+TEST(RiskMeasures, MacaulayDurationOfATwoYearNote) {
+  QuotedBond note(500, 0.06, ymd(2026, 5, 15), ymd(2024, 5, 15));
+  double macaulay = 0.0;
+  for (int k = 1; k <= 4; ++k) macaulay += 0.5 * k * (k == 4 ? 103.0 : 3.0) * std::pow(1.03, -k);
+  macaulay /= 100.0;
+  const int32_t kind_macaulay = 1, kind_modified = 0;
+  EXPECT_NEAR(note.duration(0.06, &kind_macaulay), macaulay, 1e-12);
+  EXPECT_NEAR(note.duration(0.06), macaulay / 1.03, 1e-12);
+  EXPECT_EQ(note.duration(0.06, &kind_modified), note.duration(0.06));
+  // Annual quotation (502): Macaulay is modified x (1 + y), y the annual
+  // yield 1.03^2 - 1 = 0.0609, and the same as the semiannual one.
+  note.type = 502;
+  EXPECT_NEAR(note.duration(0.0609, &kind_macaulay), note.duration(0.0609) * 1.0609, 1e-12);
+  EXPECT_NEAR(note.duration(0.0609, &kind_macaulay), macaulay, 1e-12);
+}
+
+TEST(RiskMeasures, CouponAmount) {
+  QuotedBond bond(0, 0.0575, ymd(2034, 8, 15), ymd(2024, 3, 12));
+  EXPECT_DOUBLE_EQ(bond.coupon_amount(), 2.875);
+  bond.coupon_tax = 0.2;
+  EXPECT_DOUBLE_EQ(bond.coupon_amount(), 2.3);
+  // A short first coupon: 1 Jan to 15 Feb 2024 of the regular 15 Aug 2023
+  // to 15 Feb 2024 period (45 of 184 days).
+  QuotedBond new_issue(0, 0.0575, ymd(2034, 8, 15), ymd(2024, 1, 10));
+  new_issue.dated = ymd(2024, 1, 1);
+  EXPECT_NEAR(new_issue.coupon_amount(), 2.875 * 45 / 184, 1e-12);
 }
 
 }  // namespace
