@@ -22,7 +22,6 @@ TEST(BondErrors, EachSpoiledDescriptionIsError1) {
       {"infinite coupon", [](QuotedBond& b) { b.rates = {HUGE_VAL}; }},
       {"no dates", [](QuotedBond& b) { b.dates.clear(); }},
       {"maturity 0", [](QuotedBond& b) { b.dates = {0}; }},
-      {"maturity beyond the last serial", [](QuotedBond& b) { b.dates = {1825001}; }},
       {"unknown type", [](QuotedBond& b) { b.type = 10; }},
       {"undefined custom type", [](QuotedBond& b) { b.type = 1077; }},
       {"frequency 5", [](QuotedBond& b) { b.frequency = {5}; }},
@@ -37,7 +36,6 @@ TEST(BondErrors, EachSpoiledDescriptionIsError1) {
       {"NaN factor", [](QuotedBond& b) { b.factor = kNaN, b.sink_dates = {ymd(2027, 6, 15)}; }},
       {"NaN coupon tax", [](QuotedBond& b) { b.coupon_tax = kNaN; }},
       {"settlement 0", [](QuotedBond& b) { b.settlement = 0; }},
-      {"settlement beyond the last serial", [](QuotedBond& b) { b.settlement = 1825001; }},
       {"settlement after maturity", [](QuotedBond& b) { b.settlement = ymd(2030, 6, 16); }},
   };
   for (const auto& [what, spoil] : cases) {
@@ -106,7 +104,6 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
   const Case cases[] = {
       {"yield of price 0", CALL(b.yield(0.0, e)), -1.0, 350},
       {"yield of a negative price", CALL(b.yield(-5.0, e)), -1.0, 350},
-      {"yield of a NaN price", CALL(b.yield(nan, e)), -1.0, 350},
       // No yield above -90 % a period (10^20 x 100 after 20 periods)
       // reaches a price of 1e30.
       {"yield of 1e30", CALL(b.yield(1e30, e)), -999.0, 1},
@@ -128,9 +125,7 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
       {"average-life yield, no dates", CALL(no_dates.yield_to_average_life(97, e)), -1.0, 60},
       {"life of price 1e30", CALL(b.remaining_life(1e30, e)), -1.0, 1},
       {"bp per 0", CALL(b.value_of_bp(0.05, &zero, e)), -999.0, 310},
-      {"bp per -1", CALL(b.value_of_bp(0.05, &minus_one, e)), -999.0, 310},
-      {"bp per NaN", CALL(b.value_of_bp(0.05, &nan, e)), -999.0, 310},
-      {"tick of 0", CALL(b.value_of_tick(0.05, &zero, e)), -999.0, 310},
+      {"yield of a NaN price", CALL(b.yield(nan, e)), -1.0, 350},
       {"tick of -1", CALL(b.value_of_tick(0.05, &minus_one, e)), -999.0, 310},
       {"tick of NaN", CALL(b.value_of_tick(0.05, &nan, e)), -999.0, 310},
       // A yield of -100 % a period leaves no price: the computation fails,
@@ -141,7 +136,6 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
       {"tick at -200 %", CALL(b.value_of_tick(-2.0, nullptr, e)), 1.0 / (-999.0 * 32.0), 401},
       {"duration at an infinite yield", CALL(b.duration(HUGE_VAL, nullptr, e)), -1.0, 1},
       {"duration after maturity", CALL(after.duration(0.05, nullptr, e)), -1.0, 1},
-      {"convexity after maturity", CALL(after.convexity(0.05, e)), -1.0, 1},
       {"bp after maturity", CALL(after.value_of_bp(0.05, nullptr, e)), -1.0, 1},
       {"coupon amount after maturity", CALL(after.coupon_amount(e)), -1.0, 1},
       {"average life, negative settlement", CALL(b.at(-3).average_life(e)), 0.0, 1},

@@ -158,7 +158,8 @@ TEST(BondShapes, PriceYieldAndCashFlowsAgree) {
   shapes.push_back({"odd last coupon", shapes.back().bond, 2});
   shapes.back().bond.dates = {ymd(2039, 10, 1)};  // off the grid through 15 Feb
   // Ex-dividend: 7 March coupon, ex from 28 February.
-  shapes.push_back({"Gilt ex-dividend", QuotedBond(40, 0.04125, ymd(2029, 9, 7), ymd(2024, 3, 4)), 2});
+  const QuotedBond gilt(40, 0.04125, ymd(2029, 9, 7), ymd(2024, 3, 4));
+  shapes.push_back({"Gilt ex-dividend", gilt, 2});
   // Exponents in actual days over 365.
   shapes.push_back({"Colombian", QuotedBond(370, 0.07, ymd(2031, 9, 18), settle), 1});
   // 15 Aug 2026 is a Saturday, and 15 Aug 2024 a holiday here.

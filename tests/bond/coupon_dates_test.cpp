@@ -1,5 +1,5 @@
-// KVLbcpn, KVLbncpn, KVLbexdiv and KVLbal against calendars and sinking
-// funds worked by hand.
+// KVLbcpn, KVLbncpn, KVLbexdiv, KVLbal and KVLbel against calendars and
+// sinking funds worked by hand.
 #include <gtest/gtest.h>
 
 #include "bond/quoted_bond.h"
@@ -64,16 +64,15 @@ int32_t exdiv(int32_t coupon, int32_t type, const int32_t* period = nullptr,
 // 7 March 2024: back over 6, 5, 4, 1 March, 29, 28, 27 February, plus one
 // day: 28 February; a holiday on 1 March makes it the 27th. Australian
 // bonds: seven calendar days before Monday 15 April 2024, or the caller's
-// period; a Treasury goes ex on the coupon date.
+// business days; a Treasury goes ex on the coupon date.
 TEST(ExDividendDate, MarketRulesAndOverrides) {
   const int32_t gilt = 40, acgb = 220, holiday = ymd(2024, 3, 1);
   EXPECT_EQ(exdiv(ymd(2029, 9, 7), gilt), ymd(2024, 2, 28));
   EXPECT_EQ(exdiv(ymd(2029, 9, 7), gilt, nullptr, &holiday), ymd(2024, 2, 27));
-  const int32_t maturity = ymd(2033, 4, 15), three_business = 3, ten_calendar = -10;
+  const int32_t maturity = ymd(2033, 4, 15), three_business = 3;
   const uint8_t weekend_works = 3;  // Saturday and Sunday are working days
   EXPECT_EQ(exdiv(maturity, acgb), ymd(2024, 4, 8));
   EXPECT_EQ(exdiv(maturity, acgb, &three_business), ymd(2024, 4, 10));  // Fri, Thu, Wed
-  EXPECT_EQ(exdiv(maturity, acgb, &ten_calendar), ymd(2024, 4, 5));
   EXPECT_EQ(exdiv(maturity, acgb, &three_business, nullptr, &weekend_works), ymd(2024, 4, 12));
   EXPECT_EQ(exdiv(maturity, 0), ymd(2024, 4, 15));
 }
@@ -103,8 +102,15 @@ TEST(AverageLife, SinkingFundByHand) {
 // 2034; on the broken grid above, from 1 March 2039, 167 of the 181 days
 // to 15 August and then 47 of 184 days to 1 October.
 TEST(AverageLife, BulletIsTimeToMaturity) {
-  QuotedBond note(0, 0.05, ymd(2034, 11, 15), ymd(2024, 3, 12));
-  EXPECT_NEAR(note.average_life(), (64.0 / 182 + 21.0) / 2.0, 1e-12);
+  const QuotedBond note(0, 0.05, ymd(2034, 11, 15), ymd(2024, 3, 12));
+  const double life = (64.0 / 182 + 21.0) / 2.0;
+  EXPECT_NEAR(note.average_life(), life, 1e-12);
+  // KVLbel, the remaining life, is the same from a yield or a price; 9.99
+  // is a yield of 999 %, 10.0 a price of 10.
+  for (const double value : {0.05, 98.5}) EXPECT_NEAR(note.remaining_life(value), life, 1e-12);
+  const QuotedBond short_note(0, 0.05, ymd(2024, 11, 15), ymd(2024, 3, 12));
+  for (const double value : {9.99, 10.0})
+    EXPECT_NEAR(short_note.remaining_life(value), (64.0 / 182 + 1.0) / 2.0, 1e-12);
   QuotedBond broken(0, 0.05, ymd(2039, 10, 1), ymd(2039, 3, 1));
   broken.dated = ymd(2024, 2, 20);
   broken.first = ymd(2025, 2, 15);

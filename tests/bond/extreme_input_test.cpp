@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "bond/quoted_bond.h"
 #include "bond/yield_from_price.h"
@@ -15,44 +17,41 @@ namespace {
 const QuotedBond kBond(0, 0.05, ymd(2030, 11, 15), ymd(2024, 3, 1));
 constexpr int32_t kDelivery = ymd(2024, 6, 15);
 
+QuotedBond with(int32_t type, std::vector<double> rates) {
+  QuotedBond b = kBond;
+  b.type = type;
+  b.rates = std::move(rates);
+  return b;
+}
+
 TEST(PriceOverflow, AbsurdDescriptionsAreError1) {
-  // {rate, a, b}: redeemed at 100 b / a = 4.7e305 per 100. No bond redeems
-  // near 1e100 times its face: invalid for U.S. Treasuries (whose rounding
-  // would overflow) and unrounded Gilts alike.
-  QuotedBond ratio = kBond;
-  ratio.rates = {0.05, 1.0684727529772892e-305, 0.05};
-  QuotedBond gilt_ratio = ratio;
-  gilt_ratio.type = 40;
-  // 1e308 a year: a semi-annual coupon of 5e309 per 100 is no double.
-  QuotedBond huge_coupon = kBond;
-  huge_coupon.type = 40;
-  huge_coupon.rates = {1e308};
   // A scheduled sinking fund whose outstanding fraction is a denormal:
   // quoting per outstanding face would divide by it, so it counts as repaid.
   QuotedBond repaid = kBond;
   repaid.factor = 1.3813695267487486e-312;
   repaid.sink_dates = {ymd(2028, 11, 15)};
   repaid.sink_amounts = {0.5};
-  for (const QuotedBond& bond : {ratio, gilt_ratio, huge_coupon, repaid}) {
+  // {rate, a, b}: redeemed at 100 b / a = 4.7e305 per 100. No bond redeems
+  // near 1e100 times its face: invalid for U.S. Treasuries (whose rounding
+  // would overflow) and unrounded Gilts alike. 1e308 a year: a semi-annual
+  // coupon of 5e309 per 100 is no double.
+  const double a = 1.0684727529772892e-305;
+  for (const QuotedBond& bond :
+       {with(0, {0.05, a, 0.05}), with(40, {0.05, a, 0.05}), with(40, {1e308}), repaid}) {
     int32_t err = 0;
     EXPECT_EQ(bond.price(0.045, &err), -1.0);
     EXPECT_EQ(err, 1);
   }
   // -7.6e307 a year accrues to an infinity per 100.
-  QuotedBond negative = kBond;
-  negative.type = 200;
-  negative.rates = {-7.6e307};
   int32_t err = 0;
-  EXPECT_EQ(negative.accrued(&err), -1.0);
+  EXPECT_EQ(with(200, {-7.6e307}).accrued(&err), -1.0);
   EXPECT_EQ(err, 1);
   // Real bonds still price: redeemed at 102 per 100 of 100, and the plain
   // 5 % bond at 4.5 % above par.
-  gilt_ratio.rates = {0.05, 100.0, 102.0};
-  EXPECT_TRUE(std::isfinite(gilt_ratio.price(0.045, &err)));
+  EXPECT_TRUE(std::isfinite(with(40, {0.05, 100.0, 102.0}).price(0.045, &err)));
   EXPECT_EQ(err, 0);
-  const double plain = kBond.price(0.045, &err);
+  EXPECT_GT(kBond.price(0.045, &err), 100.0);
   EXPECT_EQ(err, 0);
-  EXPECT_TRUE(std::isfinite(plain) && plain > 100.0);
 }
 
 TEST(ExtremeInputs, YieldRoundingKeepsFailureValuesExact) {
@@ -125,8 +124,7 @@ TEST(ExtremeInputs, YieldsOfPricesNearZero) {
   for (const double price : {5e-310, 3.7e-306, 1e-20}) {
     for (const int32_t type : {0, 40}) {
       SCOPED_TRACE(::testing::Message() << price << " type " << type);
-      QuotedBond bond = kBond;
-      bond.type = type;
+      const QuotedBond bond = with(type, {0.05});
       int32_t err = -1;
       const double y = bond.yield(price, &err);
       EXPECT_EQ(err, 0);
@@ -139,8 +137,7 @@ TEST(ExtremeInputs, YieldsOfPricesNearZero) {
   // JGBs quote a simple yield, (received / price - 1) / years: at 5e-310
   // per 100 the quotient overflows, which is no yield; a merely tiny price
   // still has its (huge, finite) simple yield.
-  QuotedBond jgb = kBond;
-  jgb.type = 200;
+  const QuotedBond jgb = with(200, {0.05});
   int32_t err = 0;
   EXPECT_EQ(jgb.yield(5e-310, &err), -1.0);
   EXPECT_EQ(err, 1);

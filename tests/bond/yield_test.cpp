@@ -1,7 +1,7 @@
 // KVLbyld: price to yield and back across the whole catalogue, against
 // published examples and hand computations, its quotation conversion and
-// rounding. Horizon, realized, worst and average-life yields and remaining
-// life against hand computations whose yield is found here by bisection on
+// rounding. Horizon, realized, worst and average-life yields against hand
+// computations whose yield is found here by bisection on
 // the discounted cash flows.
 #include <cmath>
 #include <functional>
@@ -208,23 +208,6 @@ TEST(YieldToAverageLife, BulletToTheAverageLifeDate) {
   QuotedBond plain = sinker;
   plain.factor.reset();
   EXPECT_EQ(plain.yield_to_average_life(97.0), plain.yield(97.0));
-}
-
-// A Treasury settled 12 March 2024 maturing 15 November 2034: 64/182 of a
-// period to the May coupon and 21 more, whether given a yield or a price.
-TEST(RemainingLife, TimeToMaturityInTheBondsConventions) {
-  const QuotedBond note(0, 0.05, ymd(2034, 11, 15), ymd(2024, 3, 12));
-  const double life = (64.0 / 182 + 21.0) / 2.0;
-  int32_t err = -1;
-  EXPECT_NEAR(note.remaining_life(0.05, &err), life, 1e-12);
-  EXPECT_EQ(err, 0);
-  EXPECT_NEAR(note.remaining_life(98.5), life, 1e-12);
-  // 9.99 is a yield of 999 %, 10.0 a price of 10: both give the life.
-  const QuotedBond short_note(0, 0.05, ymd(2024, 11, 15), ymd(2024, 3, 12));
-  for (const double value : {9.99, 10.0}) {
-    EXPECT_NEAR(short_note.remaining_life(value, &err), (64.0 / 182 + 1.0) / 2.0, 1e-12);
-    EXPECT_EQ(err, 0);
-  }
 }
 
 }  // namespace
