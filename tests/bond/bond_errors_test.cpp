@@ -103,17 +103,14 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
 #define CALL(expr) [&](int32_t* e) { return static_cast<double>(expr); }
   const Case cases[] = {
       {"yield of price 0", CALL(b.yield(0.0, e)), -1.0, 350},
-      {"yield of a negative price", CALL(b.yield(-5.0, e)), -1.0, 350},
       // No yield above -90 % a period (10^20 x 100 after 20 periods)
       // reaches a price of 1e30.
       {"yield of 1e30", CALL(b.yield(1e30, e)), -999.0, 1},
       // A clean price that does not cover the negative accrued interest.
       {"Gilt ex-dividend", CALL(gilt.yield(-gilt.accrued() * 0.5, e)), -1.0, 350},
       {"yield after maturity", CALL(after.yield(99.0, e)), -1.0, 1},
-      {"price at a NaN yield", CALL(b.price(nan, e)), -1.0, 1},
       {"price at an infinite yield", CALL(b.price(HUGE_VAL, e)), -1.0, 1},
       {"horizon after maturity", CALL(b.horizon_yield(99.0, m + 1, 101.0, e)), -1.0, 160},
-      {"horizon at settlement", CALL(b.horizon_yield(99.0, s, 101.0, e)), -1.0, 160},
       {"reinvested at -200 %", CALL(b.realized_yield(100.0, -2.0, e)), -1.0, 250},
       {"realized from price 0", CALL(on_coupon.realized_yield(0.0, 0.04, e)), -1.0, 1},
       {"more call prices than dates",
@@ -136,7 +133,6 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
       {"tick at -200 %", CALL(b.value_of_tick(-2.0, nullptr, e)), 1.0 / (-999.0 * 32.0), 401},
       {"duration at an infinite yield", CALL(b.duration(HUGE_VAL, nullptr, e)), -1.0, 1},
       {"duration after maturity", CALL(after.duration(0.05, nullptr, e)), -1.0, 1},
-      {"bp after maturity", CALL(after.value_of_bp(0.05, nullptr, e)), -1.0, 1},
       {"coupon amount after maturity", CALL(after.coupon_amount(e)), -1.0, 1},
       {"average life, negative settlement", CALL(b.at(-3).average_life(e)), 0.0, 1},
       {"average life, schedule without dates", CALL(no_schedule.average_life(e)), 0.0, 1},
@@ -145,9 +141,6 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
        -1.0, 1},
       {"coupon before the first", CALL(KVLbcpn(m, s, &k0, &dated, &first, nullptr, nullptr,
                                                nullptr, e)),
-       -1.0, 1},
-      {"coupon after maturity", CALL(KVLbcpn(m, m + 1, nullptr, nullptr, nullptr, &gilt_type,
-                                             nullptr, nullptr, e)),
        -1.0, 1},
       {"ex-dividend, unknown type",
        CALL(KVLbexdiv(m, s, &unknown_type, nullptr, nullptr, 0, nullptr, e)), -1.0, 460},

@@ -99,10 +99,6 @@ TEST(CashFlowTable, OwnershipAndFailures) {
   EXPECT_EQ(bond.cash_flows(&d, nullptr, nullptr, nullptr, &nan_price, &err), -1);
   EXPECT_EQ(err, 350);
   EXPECT_EQ(d, nullptr);
-  QuotedBond no_coupons = bond;  // an empty coupon array
-  no_coupons.rates.clear();
-  EXPECT_EQ(no_coupons.cash_flows(&d, nullptr, nullptr, nullptr, nullptr, &err), -1);
-  EXPECT_EQ(d, nullptr);
 }
 
 // A taxed gain over an absurd price, or at an absurd tax rate, would repay
