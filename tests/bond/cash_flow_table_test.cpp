@@ -130,7 +130,8 @@ TEST(CashFlowTable, AbsurdTaxOrPriceIsAFailure) {
 
 // For bond shapes beyond the bullet, KVLbyld gives back the yield KVLbpr
 // priced at; the table's rows discounted at that yield (per period, f a
-// year) give back the dirty price; duration and convexity match finite
+// year) give back the dirty price (per outstanding face for sinking funds,
+// whose table is checked by hand above); duration and convexity match finite
 // differences of KVLbpr (every shape's price is unrounded), the value of a
 // basis point is duration x dirty price x 1e-4 and a 32nd is worth
 // 1 / (32 x that) bp. Annual quotation (242, chain rule through the annual
@@ -166,6 +167,10 @@ TEST(BondShapes, PriceYieldAndCashFlowsAgree) {
   shapes.back().bond.coupon_tax = shapes.back().bond.discount_tax = 0.125;
   shapes.push_back({"sinking fund", sinking_fund(settle), 2});
   shapes.push_back({"sinking fund under way", sinking_fund(ymd(2027, 9, 20)), 2});
+  shapes.push_back({"equal repayments under way", sinking_fund(ymd(2027, 9, 20)), 2});
+  shapes.back().bond.factor = -1.0;  // five equal repayments 2026..2030
+  shapes.back().bond.sink_amounts.clear();
+  shapes.back().bond.dates = {ymd(2030, 6, 15)};
   shapes.push_back({"annual quotation", regular, 0});
   shapes.back().bond.type = 242;
   shapes.push_back({"JGB", QuotedBond(200, 0.008, ymd(2033, 12, 20), settle), 0});
