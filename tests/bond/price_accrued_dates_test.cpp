@@ -210,8 +210,9 @@ TEST(CouponDates, CountedFromSettlement) {
   EXPECT_EQ(coupon_date(maturity, settle, 1), ymd(2024, 5, 15));
   EXPECT_EQ(coupon_date(maturity, settle, -1), ymd(2023, 5, 15));
   EXPECT_EQ(coupon_date(maturity, settle, 3), ymd(2025, 5, 15));
-  // NULL k is the last coupon date on or before settlement.
-  EXPECT_EQ(KVLbcpn(maturity, settle, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
+  // NULL k (and type) is the last coupon date on or before settlement.
+  EXPECT_EQ(KVLbcpn(maturity, settle, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                    nullptr),
             ymd(2023, 11, 15));
   // 22 coupons, May and November of 2024 .. 2034.
   EXPECT_EQ(coupon_date(maturity, settle, 22), maturity);

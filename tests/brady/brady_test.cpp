@@ -66,25 +66,24 @@ TEST(BradyPrice, ThreePartsByHand) {
   struct Case {
     std::optional<int32_t> guaranteed, collateral;
     double coupon, ys;
-    int g;
-    bool collateralised;
   };
   const Case cases[] = {
-      {std::nullopt, std::nullopt, 0.06, 0.11, 2, true},  // two coupons guaranteed by default
-      {2, 1, 0.06, 0.11, 2, true},
-      {10, std::nullopt, 0.06, 0.02, 6, true},  // more guarantees than flows: all of them
-      {10, std::nullopt, 0.06, 0.40, 6, true},  // nothing left to the stripped yield
-      {0, 0, 0.06, 0.08, 0, false},             // a plain bond at the stripped yield
-      {std::nullopt, std::nullopt, 0.0, 0.0, 2, true},  // a zero-coupon bullet: its collateral
-      {std::nullopt, std::nullopt, 0.0, 0.3, 2, true},
+      {std::nullopt, std::nullopt, 0.06, 0.11},  // two coupons guaranteed by default
+      {2, 1, 0.06, 0.11},
+      {10, std::nullopt, 0.06, 0.02},  // more guarantees than flows: all of them,
+      {10, std::nullopt, 0.06, 0.40},  // nothing left to the stripped yield
+      {0, 0, 0.06, 0.08},              // a plain bond at the stripped yield
+      {std::nullopt, std::nullopt, 0.0, 0.0},  // a zero-coupon bullet: its collateral
+      {std::nullopt, std::nullopt, 0.0, 0.3},
   };
   for (const Case& c : cases) {
     BradyBond bond;
     bond.guaranteed = c.guaranteed;
     bond.collateral = c.collateral;
     bond.coupons = {c.coupon};
-    const auto [value, weighted] = by_hand(c.g, c.collateralised, c.coupon, 0.05, 0.06, c.ys);
-    SCOPED_TRACE(::testing::Message() << c.g << " guaranteed, stripped " << c.ys);
+    const int g = c.guaranteed.value_or(2);
+    const auto [value, weighted] = by_hand(g, c.collateral.value_or(1), c.coupon, 0.05, 0.06, c.ys);
+    SCOPED_TRACE(::testing::Message() << g << " guaranteed, stripped " << c.ys);
     EXPECT_NEAR(bond.price(0.05, 0.06, c.ys), value, 1e-9);
     EXPECT_EQ(bond.error, 0);
     // The duration weighs each part at its own rate, in years.
