@@ -91,8 +91,13 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
   QuotedBond no_schedule = b;
   no_schedule.factor = 0.5;
   const int32_t m = b.maturity(), s = b.settlement, d1 = ymd(2027, 11, 15), d2 = ymd(2029, 11, 15);
-  const int32_t k23 = 23, k0 = 0, dated = ymd(2024, 2, 1), first = ymd(2024, 11, 15);
-  const int32_t gilt_type = 40, unknown_type = 10;
+  const int32_t dated = ymd(2024, 2, 1), first = ymd(2024, 11, 15);
+  const auto coupon = [m, s](int32_t k, const int32_t* dated, const int32_t* first, int32_t* e) {
+    return KVLbcpn(m, s, &k, dated, first, nullptr, nullptr, nullptr, e);
+  };
+  const auto exdiv = [m](int32_t type, int32_t settle, int32_t n_holidays, int32_t* e) {
+    return KVLbexdiv(m, settle, &type, nullptr, nullptr, n_holidays, nullptr, e);
+  };
   const double zero = 0.0, minus_one = -1.0, nan = kNaN;
   struct Case {
     const char* what;
@@ -103,6 +108,7 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
 #define CALL(expr) [&](int32_t* e) { return static_cast<double>(expr); }
   const Case cases[] = {
       {"yield of price 0", CALL(b.yield(0.0, e)), -1.0, 350},
+      {"yield of a NaN price", CALL(b.yield(nan, e)), -1.0, 350},
       // No yield above -90 % a period (10^20 x 100 after 20 periods)
       // reaches a price of 1e30.
       {"yield of 1e30", CALL(b.yield(1e30, e)), -999.0, 1},
@@ -122,7 +128,6 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
       {"average-life yield, no dates", CALL(no_dates.yield_to_average_life(97, e)), -1.0, 60},
       {"life of price 1e30", CALL(b.remaining_life(1e30, e)), -1.0, 1},
       {"bp per 0", CALL(b.value_of_bp(0.05, &zero, e)), -999.0, 310},
-      {"yield of a NaN price", CALL(b.yield(nan, e)), -1.0, 350},
       {"tick of -1", CALL(b.value_of_tick(0.05, &minus_one, e)), -999.0, 310},
       {"tick of NaN", CALL(b.value_of_tick(0.05, &nan, e)), -999.0, 310},
       // A yield of -100 % a period leaves no price: the computation fails,
@@ -137,19 +142,12 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
       {"average life, negative settlement", CALL(b.at(-3).average_life(e)), 0.0, 1},
       {"average life, schedule without dates", CALL(no_schedule.average_life(e)), 0.0, 1},
       // 22 coupons are left; none before the first coupon of a new issue.
-      {"coupon 23 of 22", CALL(KVLbcpn(m, s, &k23, nullptr, nullptr, nullptr, nullptr, nullptr, e)),
-       -1.0, 1},
-      {"coupon before the first", CALL(KVLbcpn(m, s, &k0, &dated, &first, nullptr, nullptr,
-                                               nullptr, e)),
-       -1.0, 1},
-      {"ex-dividend, unknown type",
-       CALL(KVLbexdiv(m, s, &unknown_type, nullptr, nullptr, 0, nullptr, e)), -1.0, 460},
-      {"ex-dividend, holidays NULL",
-       CALL(KVLbexdiv(m, s, &gilt_type, nullptr, nullptr, 2, nullptr, e)), -1.0, 50},
-      {"ex-dividend, negative count",
-       CALL(KVLbexdiv(m, s, &gilt_type, nullptr, nullptr, -1, nullptr, e)), -1.0, 60},
-      {"ex-dividend, bad settlement",
-       CALL(KVLbexdiv(m, -5, &gilt_type, nullptr, nullptr, 0, nullptr, e)), -1.0, 1},
+      {"coupon 23 of 22", CALL(coupon(23, nullptr, nullptr, e)), -1.0, 1},
+      {"coupon before the first", CALL(coupon(0, &dated, &first, e)), -1.0, 1},
+      {"ex-dividend, unknown type", CALL(exdiv(10, s, 0, e)), -1.0, 460},
+      {"ex-dividend, holidays NULL", CALL(exdiv(40, s, 2, e)), -1.0, 50},
+      {"ex-dividend, negative count", CALL(exdiv(40, s, -1, e)), -1.0, 60},
+      {"ex-dividend, bad settlement", CALL(exdiv(40, -5, 0, e)), -1.0, 1},
   };
 #undef CALL
   for (const Case& c : cases) {
