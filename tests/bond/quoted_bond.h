@@ -1,14 +1,14 @@
-// A straight bond described by the common bond arguments, with one method
-// per export so that tests read as the market question they ask:
+// A straight bond held as the common bond arguments, with one method per
+// export so that tests read as the market question they ask:
 //
-//   QuotedBond gilt{.type = 40};
-//   gilt.coupon(0.0425).matures(civil_serial(2032, 6, 7)).settles(civil_serial(2024, 3, 12));
+//   QuotedBond gilt(40, 0.0425, ymd(2032, 6, 7), ymd(2024, 3, 12));
 //   double y = gilt.yield(98.5);
 //
-// Every pointer argument is given only when its field is set, so a default
-// QuotedBond passes NULL for every optional argument, as callers do.
+// Every optional pointer argument is NULL unless its field is set, as
+// callers pass them; issue price and sinking premium are always NULL.
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "engine/civil_serial.h"
@@ -16,142 +16,112 @@
 
 namespace kbond::testing {
 
+constexpr int32_t ymd(int y, unsigned m, unsigned d) { return civil_serial(y, m, d); }
+
+template <class T>
+const T* opt(const std::optional<T>& v) { return v ? &*v : nullptr; }
+template <class T>
+const T* arr(const std::vector<T>& v) { return v.empty() ? nullptr : v.data(); }
+template <class T>
+int32_t len(const std::vector<T>& v) { return static_cast<int32_t>(v.size()); }
+
+// Argument groups in the order the exports take them.
+#define KB_BOND rates.data(), len(rates), dates.data(), len(dates), settlement
+#define KB_DESC opt(dated), opt(first), &type, arr(frequency), len(frequency)
+#define KB_TAX opt(coupon_tax), opt(discount_tax), opt(horizon), nullptr
+#define KB_BD opt(bd_flags), arr(holidays), len(holidays)
+#define KB_SINK \
+  opt(factor), arr(sink_dates), len(sink_dates), arr(sink_ends), len(sink_ends), \
+      arr(sink_amounts), nullptr
+#define KB_TAIL opt(method), KB_BD, KB_SINK, opt(exdiv)
+
 struct QuotedBond {
   int32_t type = 0;
   std::vector<double> rates{0.05};
   std::vector<int32_t> dates{0};  // last = maturity
   int32_t settlement = 0;
-  int32_t dated_date = 0;         // 0: not given
-  int32_t first_coupon = 0;
-  int32_t frequency = 0;          // 0: the type's default
-  int32_t sink_frequency = 0;
-  bool has_redemption = false;
-  double redemption = 100.0;
-  bool has_coupon_tax = false;
-  double coupon_tax = 0.0;
-  bool has_discount_tax = false;
-  double discount_tax = 0.0;
-  bool has_horizon = false;
-  int32_t horizon = 0;
-  int32_t yield_method = 0;       // 0: not given
-  bool has_bd_flags = false;
-  int32_t bd_flags = 0;
-  std::vector<int32_t> holidays;
-  double factor = 0.0;            // 0: no sinking fund
-  std::vector<int32_t> sink_dates;
-  std::vector<int32_t> sink_ends;
+  std::optional<int32_t> dated, first, horizon, method, bd_flags, exdiv;
+  std::vector<int32_t> frequency;  // {coupon} or {coupon, sinking fund}
+  std::optional<double> redemption, coupon_tax, discount_tax, factor;
+  std::vector<int32_t> holidays, sink_dates, sink_ends;
   std::vector<double> sink_amounts;
-  bool has_exdiv_days = false;
-  int32_t exdiv_days = 0;
 
-  QuotedBond& coupon(double rate) { rates = {rate}; return *this; }
-  QuotedBond& matures(int32_t maturity) { dates = {maturity}; return *this; }
-  QuotedBond& settles(int32_t date) { settlement = date; return *this; }
+  QuotedBond() = default;
+  QuotedBond(int32_t t, double rate, int32_t maturity, int32_t settle)
+      : type(t), rates{rate}, dates{maturity}, settlement(settle) {}
+  QuotedBond at(int32_t settle) const { QuotedBond b = *this; b.settlement = settle; return b; }
   int32_t maturity() const { return dates.back(); }
 
-  // Pointer arguments, NULL when the field is not set.
-  const int32_t* p_type() const { return &type; }
-  const int32_t* p_dated() const { return dated_date ? &dated_date : nullptr; }
-  const int32_t* p_first() const { return first_coupon ? &first_coupon : nullptr; }
-  const int32_t* p_freq() const { return frequency_pair(); }
-  int32_t n_freq() const { return sink_frequency ? 2 : (frequency ? 1 : 0); }
-  const double* p_redemption() const { return has_redemption ? &redemption : nullptr; }
-  const double* p_coupon_tax() const { return has_coupon_tax ? &coupon_tax : nullptr; }
-  const double* p_discount_tax() const { return has_discount_tax ? &discount_tax : nullptr; }
-  const int32_t* p_horizon() const { return has_horizon ? &horizon : nullptr; }
-  const int32_t* p_method() const { return yield_method ? &yield_method : nullptr; }
-  const int32_t* p_bd_flags() const { return has_bd_flags ? &bd_flags : nullptr; }
-  const int32_t* p_holidays() const { return holidays.empty() ? nullptr : holidays.data(); }
-  int32_t n_holidays() const { return static_cast<int32_t>(holidays.size()); }
-  const double* p_factor() const { return factor != 0.0 ? &factor : nullptr; }
-  const int32_t* p_sink_dates() const { return sink_dates.empty() ? nullptr : sink_dates.data(); }
-  int32_t n_sink() const { return static_cast<int32_t>(sink_dates.size()); }
-  const int32_t* p_sink_ends() const { return sink_ends.empty() ? nullptr : sink_ends.data(); }
-  int32_t n_sink_ends() const { return static_cast<int32_t>(sink_ends.size()); }
-  const double* p_sink_amounts() const {
-    return sink_amounts.empty() ? nullptr : sink_amounts.data();
+  double price(double y, int32_t* e = nullptr) const {
+    return KVLbpr(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, KB_TAIL, e);
   }
-  const int32_t* p_exdiv() const { return has_exdiv_days ? &exdiv_days : nullptr; }
-  int32_t n_rates() const { return static_cast<int32_t>(rates.size()); }
-  int32_t n_dates() const { return static_cast<int32_t>(dates.size()); }
-
-  double price(double y, int32_t* error = nullptr) const {
-    return KVLbpr(rates.data(), n_rates(), dates.data(), n_dates(), settlement, y, p_dated(),
-                  p_first(), p_type(), p_freq(), n_freq(), p_redemption(), p_coupon_tax(),
-                  p_discount_tax(), p_horizon(), nullptr, p_method(), p_bd_flags(),
-                  p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
-                  p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  double yield(double clean, int32_t* e = nullptr) const {
+    return KVLbyld(KB_BOND, clean, KB_DESC, opt(redemption), KB_TAX, KB_TAIL, e);
   }
-  double accrued(int32_t* error = nullptr) const {
-    return KVLbai1(rates.data(), n_rates(), dates.data(), n_dates(), settlement, p_dated(),
-                   p_first(), p_type(), p_freq(), n_freq(), p_coupon_tax(), p_factor(),
-                   p_sink_dates(), n_sink(), p_sink_ends(), n_sink_ends(), p_sink_amounts(),
-                   nullptr, p_exdiv(), p_bd_flags(), p_holidays(), n_holidays(), error);
+  double accrued(int32_t* e = nullptr) const {
+    return KVLbai(KB_BOND, KB_DESC, opt(coupon_tax), KB_SINK, opt(exdiv), e);
   }
-  double yield(double clean, int32_t* error = nullptr) const {
-    return KVLbyld(rates.data(), n_rates(), dates.data(), n_dates(), settlement, clean, p_dated(),
-                   p_first(), p_type(), p_freq(), n_freq(), p_redemption(), p_coupon_tax(),
-                   p_discount_tax(), p_horizon(), nullptr, p_method(), p_bd_flags(),
-                   p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
-                   p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  double accrued1(int32_t* e = nullptr) const {
+    return KVLbai1(KB_BOND, KB_DESC, opt(coupon_tax), KB_SINK, opt(exdiv), KB_BD, e);
   }
-  double duration(double y, const int32_t* kind = nullptr, int32_t* error = nullptr) const {
-    return KVLbdur(rates.data(), n_rates(), dates.data(), n_dates(), settlement, y, p_dated(),
-                   p_first(), p_type(), p_freq(), n_freq(), p_redemption(), kind,
-                   p_coupon_tax(), p_discount_tax(), p_horizon(), nullptr, p_method(),
-                   p_bd_flags(), p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
-                   p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  double duration(double y, const int32_t* kind = nullptr, int32_t* e = nullptr) const {
+    return KVLbdur(KB_BOND, y, KB_DESC, opt(redemption), kind, KB_TAX, KB_TAIL, e);
   }
-  double macaulay(double y, int32_t* error = nullptr) const {
-    const int32_t kind = 1;
-    return duration(y, &kind, error);
+  double convexity(double y, int32_t* e = nullptr) const {
+    return KVLbconv(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, KB_TAIL, e);
   }
-  double convexity(double y, int32_t* error = nullptr) const {
-    return KVLbconv(rates.data(), n_rates(), dates.data(), n_dates(), settlement, y, p_dated(),
-                    p_first(), p_type(), p_freq(), n_freq(), p_redemption(), p_coupon_tax(),
-                    p_discount_tax(), p_horizon(), nullptr, p_method(), p_bd_flags(),
-                    p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
-                    p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  double value_of_bp(double y, const double* scale = nullptr, int32_t* e = nullptr) const {
+    return KVLbvalbp(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, scale, KB_TAIL, e);
   }
-  double value_of_bp(double y, const double* scale = nullptr, int32_t* error = nullptr) const {
-    return KVLbvalbp(rates.data(), n_rates(), dates.data(), n_dates(), settlement, y, p_dated(),
-                     p_first(), p_type(), p_freq(), n_freq(), p_redemption(), p_coupon_tax(),
-                     p_discount_tax(), p_horizon(), nullptr, scale, p_method(), p_bd_flags(),
-                     p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
-                     p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  double value_of_tick(double y, const double* ticks = nullptr, int32_t* e = nullptr) const {
+    return KVLbval32(KB_BOND, y, KB_DESC, opt(redemption), KB_TAX, ticks, KB_TAIL, e);
   }
-  double value_of_tick(double y, const double* ticks = nullptr, int32_t* error = nullptr) const {
-    return KVLbval32(rates.data(), n_rates(), dates.data(), n_dates(), settlement, y, p_dated(),
-                     p_first(), p_type(), p_freq(), n_freq(), p_redemption(), p_coupon_tax(),
-                     p_discount_tax(), p_horizon(), nullptr, ticks, p_method(), p_bd_flags(),
-                     p_holidays(), n_holidays(), p_factor(), p_sink_dates(), n_sink(),
-                     p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr, p_exdiv(), error);
+  double coupon_amount(int32_t* e = nullptr) const {
+    return KVLbcamt(KB_BOND, KB_DESC, opt(coupon_tax), KB_SINK, e);
   }
-  double coupon_amount(int32_t* error = nullptr) const {
-    return KVLbcamt(rates.data(), n_rates(), dates.data(), n_dates(), settlement, p_dated(),
-                    p_first(), p_type(), p_freq(), n_freq(), p_coupon_tax(), p_factor(),
-                    p_sink_dates(), n_sink(), p_sink_ends(), n_sink_ends(), p_sink_amounts(),
-                    nullptr, error);
-  }
-  // The cash-flow table; `price` NULL for 100.
+  // The cash-flow table; `clean` NULL for 100.
   int32_t cash_flows(int32_t** d, double** c, double** p, double** t,
-                     const double* clean = nullptr, int32_t* error = nullptr) const {
-    return KVLbcshflw(d, c, p, t, rates.data(), n_rates(), dates.data(), n_dates(), settlement,
-                      p_dated(), p_first(), p_type(), p_freq(), n_freq(), p_redemption(),
-                      p_coupon_tax(), p_discount_tax(), p_horizon(), nullptr, clean, p_method(),
-                      p_bd_flags(), p_holidays(), n_holidays(), p_factor(), p_sink_dates(),
-                      n_sink(), p_sink_ends(), n_sink_ends(), p_sink_amounts(), nullptr,
-                      p_exdiv(), error);
+                     const double* clean = nullptr, int32_t* e = nullptr) const {
+    return KVLbcshflw(d, c, p, t, KB_BOND, KB_DESC, opt(redemption), KB_TAX, clean, KB_TAIL, e);
   }
-
-  // Storage for the frequency pair the pointer argument points to.
-  mutable int32_t freq_pair_[2] = {0, 0};
-  const int32_t* frequency_pair() const {
-    if (!frequency && !sink_frequency) return nullptr;
-    freq_pair_[0] = frequency;
-    freq_pair_[1] = sink_frequency;
-    return freq_pair_;
+  double horizon_yield(double clean, int32_t date, double sale, int32_t* e = nullptr) const {
+    return KVLbhyld(KB_BOND, clean, date, sale, KB_DESC, KB_TAX, KB_TAIL, e);
+  }
+  double realized_yield(double clean, double rate, int32_t* e = nullptr) const {
+    return KVLbryld(KB_BOND, clean, rate, KB_DESC, opt(redemption), KB_TAX, opt(method), KB_BD, e);
+  }
+  double yield_to_worst(double clean, const std::vector<int32_t>& calls,
+                        const std::vector<double>& prices, int32_t* e = nullptr) const {
+    return KVLbyworst(KB_BOND, clean, KB_DESC, arr(calls), len(calls), arr(prices), len(prices),
+                      opt(coupon_tax), opt(discount_tax), opt(horizon), KB_TAIL, e);
+  }
+  double yield_to_average_life(double clean, int32_t* e = nullptr) const {
+    return KVLbyldal(KB_BOND, clean, KB_DESC, opt(redemption), KB_TAX, opt(method), KB_SINK, e);
+  }
+  double remaining_life(double value, int32_t* e = nullptr) const {
+    return KVLbel(KB_BOND, value, KB_DESC, opt(redemption), KB_TAX, KB_TAIL, e);
+  }
+  double average_life(int32_t* e = nullptr) const {
+    return KVLbal(maturity(), settlement, KB_DESC, opt(redemption), KB_SINK, e);
   }
 };
+
+#undef KB_BOND
+#undef KB_DESC
+#undef KB_TAX
+#undef KB_BD
+#undef KB_SINK
+#undef KB_TAIL
+
+// 10 % of the initial face repaid each 15 June from 2026, the last 20 % at
+// maturity on 15 June 2034: 6 % semi-annual, unrounded (type 500).
+inline QuotedBond sinking_fund(int32_t settle) {
+  QuotedBond b(500, 0.06, ymd(2034, 6, 15), settle);
+  b.frequency = {2, 1};
+  b.factor = 1.0;
+  b.sink_dates = {ymd(2026, 6, 15)};
+  b.sink_amounts = {0.10};
+  return b;
+}
 
 }  // namespace kbond::testing
