@@ -120,38 +120,33 @@ TEST(AmortisationSchedule, FactorGivenOrAbsent) {
 }
 
 TEST(AmortisationSchedule, InvalidSinkingArgumentsGiveError1) {
-  const int32_t sink[] = {ymd(2027, 6, 15), ymd(2028, 6, 15)};
-  const int32_t unordered[] = {ymd(2028, 6, 15), ymd(2027, 6, 15)};
-  const int32_t one_end[] = {ymd(2027, 6, 15)};
-  const double amounts[] = {0.1, 0.1}, negative[] = {0.1, -0.1}, below_par = -0.01;
-  bond_desc d;
-  auto expect_error = [&](auto&& change) {
+  static const int32_t sink[] = {ymd(2027, 6, 15), ymd(2028, 6, 15)},
+                       unordered[] = {ymd(2028, 6, 15), ymd(2027, 6, 15)}, one_end[] = {sink[0]};
+  static const double amounts[] = {0.1, 0.1}, negative[] = {0.1, -0.1}, below_par = -0.01;
+  void (*const changes[])(SinkingBond&) = {
+      [](SinkingBond& b) { b.factor = 1.5; },
+      [](SinkingBond& b) { b.args.sink_dates = nullptr; b.args.n_sink = 0; },
+      [](SinkingBond& b) { b.args.n_sink = 0; },
+      [](SinkingBond& b) { b.args.n_sink = -2; },
+      [](SinkingBond& b) { b.args.sink_amounts = nullptr; },
+      [](SinkingBond& b) { b.args.sink_amounts = negative; },
+      [](SinkingBond& b) { b.args.sink_dates = unordered; },
+      [](SinkingBond& b) { b.args.sink_premium = &below_par; },
+      [](SinkingBond& b) { b.args.sink_ends = one_end; b.args.n_sink_ends = 1; },  // two needed
+      [](SinkingBond& b) { b.frequency[1] = 4; },  // more often than coupons
+      [](SinkingBond& b) { b.frequency[0] = 4; b.frequency[1] = 3; },  // does not divide
+  };
+  for (auto change : changes) {
     SinkingBond b(ymd(2026, 3, 15));
     b.factor = 1.0;
     b.args.sink_dates = sink;
     b.args.n_sink = 2;
     b.args.sink_amounts = amounts;
     change(b);
+    bond_desc d;
     EXPECT_EQ(bond_setup(b.args, d), 1);
     EXPECT_EQ(d.sink_dates_owned, nullptr);
-  };
-  expect_error([](SinkingBond& b) { b.factor = 1.5; });
-  expect_error([](SinkingBond& b) { b.args.sink_dates = nullptr; b.args.n_sink = 0; });
-  expect_error([](SinkingBond& b) { b.args.n_sink = 0; });
-  expect_error([](SinkingBond& b) { b.args.n_sink = -2; });
-  expect_error([](SinkingBond& b) { b.args.sink_amounts = nullptr; });
-  expect_error([&](SinkingBond& b) { b.args.sink_amounts = negative; });
-  expect_error([&](SinkingBond& b) { b.args.sink_dates = unordered; });
-  expect_error([&](SinkingBond& b) { b.args.sink_premium = &below_par; });
-  expect_error([&](SinkingBond& b) {
-    b.args.sink_ends = one_end;
-    b.args.n_sink_ends = 1;  // must match the two sinking dates
-  });
-  expect_error([](SinkingBond& b) { b.frequency[1] = 4; });  // more often than coupons
-  expect_error([](SinkingBond& b) {
-    b.frequency[0] = 4;
-    b.frequency[1] = 3;  // does not divide
-  });
+  }
 }
 
 // A cursor walked forward day by day must agree with a fresh evaluation at

@@ -90,29 +90,5 @@ TEST(CustomTypeConcurrency, ReadersSeeWholeDefinitionsWhileWritersRedefine) {
   EXPECT_EQ(reads.load(), 4 * 1500);
 }
 
-TEST(CustomTypeConcurrency, WriterWaitsForReadersInsideAndNewReadersMayJoin) {
-  KVLbond_initMT();
-  const int32_t code = 1044;
-  ASSERT_EQ(define_version(code, 0), code);
-
-  ASSERT_EQ(reader_lock(&code), 1);
-  std::atomic<int32_t> written{0};
-  std::thread writer([&] { written.store(define_version(code, 9)); });
-
-  // Give the writer time to queue; whatever it did, it must not have
-  // written while a reader is inside.
-  std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  EXPECT_EQ(bond_type_mm_basis(code, 0), 360);
-  // A second reader joins the one inside even though a writer waits.
-  ASSERT_EQ(reader_lock(&code), 1);
-  EXPECT_TRUE(read_consistent(code));
-  reader_unlock();
-  reader_unlock();
-
-  writer.join();
-  EXPECT_EQ(written.load(), code);
-  EXPECT_EQ(bond_type_mm_basis(code, 0), 369);
-}
-
 }  // namespace
 }  // namespace kbond::engine

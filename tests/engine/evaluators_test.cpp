@@ -182,21 +182,6 @@ std::vector<Case> cases() {
       // h = y/4, T = 1.75: N = 1, phi = 0.75, A = 0.03 (1 + (1 + 2h)) = 0.06075,
       // dirty = ((1 + A)/1.05 + 0.06075) / (1 + 0.75 x 0.05).
       {"braess", german(820), quarter_year, 0.05, is(101.72776821572005)},
-      {"braess at zero yield adds the cash flows", german(820), quarter_year, 0.0, is(110.5)},
-      {"braess annual agrees with moosmuller", make(820, 1, 0.06, kSettle, serial(15, 11, 2026)),
-       [](bond_desc& d) {
-         quarter_year(d);
-         d.whole_periods = 2;
-         d.tn = 0.75;
-         d.full_coupon = 0.06;
-       },
-       0.045,
-       [](const bond_desc& d, double y) {
-         bond_desc moos = d;
-         moos.type = 830;
-         moos.conventions = bond_type_ref(830);
-         return price(moos, y);
-       }},
       // Settled 19 Jul 2025: coupons in 11 and 376 days, 354/365 accrued.
       {"spanish 376 days: chained simple interest", spanish(376), nullptr, 0.04,
        is(100.92903509177549), 3},
@@ -240,12 +225,6 @@ std::vector<Case> cases() {
          return flows(d, 1 / 1.0275, 8, [](int k) { return 0.03 + (k == 7); }, [&](int k) {
            return (dates::add_months(d.next_coupon, 6 * k, 0) - d.settlement) * 2.0 / 365.25;
          });
-       }},
-      // Thirteen periods exceed the method's twelve.
-      {"actual/365.25 beyond twelve periods is standard",
-       make(500, 2, 0.06, kSettle, serial(15, 5, 2031), -5), nullptr, 0.055,
-       [](const bond_desc&, double y) {
-         return price_of(make(500, 2, 0.06, kSettle, serial(15, 5, 2031)), y);
        }},
       {"discount tax below par", taxed(ten_year(), 0.0, 0.125), nullptr, 0.08,
        [](const bond_desc& d, double y) { return after_gains_tax(d, y, 0.125); }},
