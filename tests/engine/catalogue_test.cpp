@@ -111,54 +111,49 @@ TEST(ExDividendDate, EachMarketsRule) {
       sweden{may_day, 1, 0, 0};
   const int32_t fri7jun02 = civil_serial(2002, 6, 7);
   struct Row {
-    const char* why;
     int32_t code, coupon;
     const BusinessCalendar* calendar;
     int32_t expected;
   } rows[] = {
-      {"Gilt: back 7 business days to Wed 29 May, plus one", 40, fri7jun02, &none,
-       civil_serial(2002, 5, 30)},
-      {"Gilt over the Jubilee holidays 3-4 Jun: Mon 27 May plus one", 41, fri7jun02, &uk,
-       civil_serial(2002, 5, 28)},
-      {"Gilt ignores the caller's weekend flags", 40, fri7jun02, &uk_weekends_open,
-       civil_serial(2002, 5, 28)},
-      {"India: Saturdays work, back to Sat 6 Apr, minus one", 250, civil_serial(2002, 4, 15), &none,
-       civil_serial(2002, 4, 5)},
-      {"Sweden: 5 business days back from Mon 5 May", 180, civil_serial(2003, 5, 5), &none,
-       civil_serial(2003, 4, 28)},
-      {"Sweden over 1 May", 180, civil_serial(2003, 5, 5), &sweden, civil_serial(2003, 4, 25)},
-      {"Korea: 3 calendar days", 190, fri7jun02, &none, fri7jun02 - 3},
-      {"New Zealand: 9 calendar days", 350, fri7jun02, &none, fri7jun02 - 9},
-      {"South Africa: one month, month end kept", 380, civil_serial(2002, 2, 28), &none,
-       civil_serial(2002, 1, 31)},
-      {"Czech: one month, day kept", 360, civil_serial(2003, 6, 30), &none,
-       civil_serial(2003, 5, 30)},
-      {"Denmark: 31 Mar clamps to 28 Feb", 302, civil_serial(2001, 3, 31), &none,
-       civil_serial(2001, 2, 28)},
-      {"Ireland: Sat 18 Apr 1998, d - 21 + 4 = Wed 1 Apr", 342, civil_serial(1998, 4, 18), &none,
-       civil_serial(1998, 4, 1)},
-      {"Ireland: Fri 18 Apr 1997, d - 21 - 2 = Wed 26 Mar", 343, civil_serial(1997, 4, 18), &none,
-       civil_serial(1997, 3, 26)},
-      {"Ireland: Wed 30 Dec 1998, three weeks", 342, civil_serial(1998, 12, 30), &none,
-       civil_serial(1998, 12, 9)},
-      {"Austria: coupon 10th-24th, first Monday", 142, civil_serial(1998, 3, 24), &none,
-       civil_serial(1998, 3, 2)},
-      {"Austria: 14 Mar 1998 a Saturday, +5", 142, civil_serial(1998, 3, 25), &none,
-       civil_serial(1998, 3, 19)},
-      {"Austria: 14 Jun 1998 a Sunday, +6", 143, civil_serial(1998, 7, 1), &none,
-       civil_serial(1998, 6, 20)},
-      {"Austria: 14 Dec a Monday, 0 counts as 7", 142, civil_serial(1998, 12, 30), &none,
-       civil_serial(1998, 12, 21)},
-      {"Austria: reaching back into the year before", 142, civil_serial(1999, 1, 5), &none,
-       civil_serial(1998, 12, 21)},
-      {"today's Irish bonds: no period", 340, civil_serial(1998, 4, 18), &none,
-       civil_serial(1998, 4, 18)},
-      {"Treasury: no period", 0, fri7jun02, &none, fri7jun02},
-      {"unknown code", 15, fri7jun02, &none, fri7jun02},
-      {"empty custom slot", 1098, fri7jun02, &none, fri7jun02},
+      // Gilts: back 7 business days (Thu 6 .. Wed 29 May), plus one; over the
+      // Jubilee holidays 3-4 Jun back to Mon 27 May; weekend flags ignored.
+      {40, fri7jun02, &none, civil_serial(2002, 5, 30)},
+      {41, fri7jun02, &uk, civil_serial(2002, 5, 28)},
+      {40, fri7jun02, &uk_weekends_open, civil_serial(2002, 5, 28)},
+      // India: Saturdays work, back to Sat 6 Apr, minus one.
+      {250, civil_serial(2002, 4, 15), &none, civil_serial(2002, 4, 5)},
+      // Sweden: 5 business days back from Mon 5 May, over 1 May.
+      {180, civil_serial(2003, 5, 5), &none, civil_serial(2003, 4, 28)},
+      {180, civil_serial(2003, 5, 5), &sweden, civil_serial(2003, 4, 25)},
+      {190, fri7jun02, &none, fri7jun02 - 3},  // Korea
+      {350, fri7jun02, &none, fri7jun02 - 9},  // New Zealand
+      // One month back: South Africa keeps month ends, the Czech Republic the
+      // day; Denmark clamps 31 Mar to 28 Feb.
+      {380, civil_serial(2002, 2, 28), &none, civil_serial(2002, 1, 31)},
+      {360, civil_serial(2003, 6, 30), &none, civil_serial(2003, 5, 30)},
+      {302, civil_serial(2001, 3, 31), &none, civil_serial(2001, 2, 28)},
+      // Ireland: Sat 18 Apr 1998 d - 21 + 4; Fri 18 Apr 1997 d - 21 - 2; a
+      // Wednesday exactly three weeks.
+      {342, civil_serial(1998, 4, 18), &none, civil_serial(1998, 4, 1)},
+      {343, civil_serial(1997, 4, 18), &none, civil_serial(1997, 3, 26)},
+      {342, civil_serial(1998, 12, 30), &none, civil_serial(1998, 12, 9)},
+      // Austria: coupons on the 10th-24th go ex on the first Monday; others
+      // from the 14th plus ((weekday of the 14th) + 4) mod 7 days, 0 as 7:
+      // Sat 14 Mar +5, Sun 14 Jun +6, Mon 14 Dec +7, back into last year.
+      {142, civil_serial(1998, 3, 24), &none, civil_serial(1998, 3, 2)},
+      {142, civil_serial(1998, 3, 25), &none, civil_serial(1998, 3, 19)},
+      {143, civil_serial(1998, 7, 1), &none, civil_serial(1998, 6, 20)},
+      {142, civil_serial(1998, 12, 30), &none, civil_serial(1998, 12, 21)},
+      {142, civil_serial(1999, 1, 5), &none, civil_serial(1998, 12, 21)},
+      // No period: today's Irish bonds, Treasuries, unknown codes, empty slots.
+      {340, civil_serial(1998, 4, 18), &none, civil_serial(1998, 4, 18)},
+      {0, fri7jun02, &none, fri7jun02},
+      {15, fri7jun02, &none, fri7jun02},
+      {1098, fri7jun02, &none, fri7jun02},
   };
-  for (const Row& r : rows)
-    EXPECT_EQ(bond_type_exdiv_date(r.coupon, r.code, *r.calendar, nullptr), r.expected) << r.why;
+  for (const Row& r : rows) {
+    EXPECT_EQ(bond_type_exdiv_date(r.coupon, r.code, *r.calendar, nullptr), r.expected) << r.code;
+  }
 
   // The caller's record overrides the market rule: negative counts calendar
   // days, zero means no period, positive business days on the caller's own
