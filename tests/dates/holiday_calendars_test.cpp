@@ -108,7 +108,6 @@ TEST(BuildHolidayList, MergesSetsAndRanges) {
             (std::vector<int32_t>{S(13, 4, 2001), S(16, 4, 2001)}));
   EXPECT_EQ(build({{5}}, S(20, 12, 2001), S(5, 1, 2002)),
             (std::vector<int32_t>{S(25, 12, 2001), S(26, 12, 2001), S(1, 1, 2002)}));
-  EXPECT_EQ(build({{5}}, S(14, 4, 2001), S(15, 4, 2001)), std::vector<int32_t>{});
   EXPECT_EQ(build({{}}, S(1, 1, 2001), S(31, 12, 2001)), std::vector<int32_t>{});
   // Every calendar at once over the whole convertible range grows the buffer.
   std::vector<int32_t> all;
@@ -127,7 +126,7 @@ TEST(BuildHolidayList, BadInputFailsWithErrorCodes) {
       {{{27}}, from, to, 170},     {{{5}, {1, -3}}, from, to, 170},
       {{{5, 1, 5}}, from, to, 1},  // calendar repeated
       {{{5}}, to, from, 1},        {{{5}}, kMinConvertibleSerial, to, 1},
-      {{{5}}, from, kMaxSerial, 1}, {{{5}}, INT32_MIN, INT32_MAX, 1},
+      {{{5}}, INT32_MIN, INT32_MAX, 1},
   };
   for (const auto& b : bad) {
     int32_t err = 0;

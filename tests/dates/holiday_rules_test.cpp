@@ -39,17 +39,13 @@ TEST(HolidayRule, EachKindOnTheYearsThatMatter) {
   } rows[] = {
       {"4 Jul 2004 a Sunday", weekdays_only_rule(4, 7), 2004, 0},
       {"Sunday to Monday", sunday_to_monday_rule(4, 7), 2004, S(5, 7, 2004)},
-      {"Saturday dropped", sunday_to_monday_rule(4, 7), 2009, 0},
       {"nearest weekday: NYSE shut Fri 3 Jul 2009", nearest_weekday_rule(4, 7), 2009, S(3, 7, 2009)},
       {"Sat 1 Jan 2005 to Monday", weekend_to_monday_rule(1, 1), 2005, S(3, 1, 2005)},
       {"Sat Christmas 2004 to Tuesday", weekend_to_tuesday_rule(25, 12), 2004, S(28, 12, 2004)},
-      {"Sun Christmas 2005 to Tuesday", weekend_to_tuesday_rule(25, 12), 2005, S(27, 12, 2005)},
       {"Sun 2 Jan 2005 plus two", weekend_plus_two_rule(2, 1), 2005, S(4, 1, 2005)},
-      {"Sat 2 Jan 2010 plus two", weekend_plus_two_rule(2, 1), 2010, S(4, 1, 2010)},
       {"Fri 4 May 2001", tuesday_to_friday_rule(4, 5), 2001, S(4, 5, 2001)},
       {"Mon 4 May 1998", tuesday_to_friday_rule(4, 5), 1998, 0},
       {"only on a Friday", only_on_friday_rule(19, 3), 2004, S(19, 3, 2004)},
-      {"not a fifth year", every_fifth_year_rule(5, 5), 2001, 0},
       {"Tue 5 May 2015", every_fifth_year_rule(5, 5), 2015, S(5, 5, 2015)},
       {"Sun 5 May 2030", every_fifth_year_rule(5, 5), 2030, 0},
       {"Thanksgiving", nth_weekday_rule(4, kThursday, 11), 2001, S(22, 11, 2001)},
@@ -57,9 +53,7 @@ TEST(HolidayRule, EachKindOnTheYearsThatMatter) {
       {"Whit Monday", easter_rule(52), 2001, S(4, 6, 2001)},
       {"Shrove Tuesday", easter_rule(-45), 2001, S(27, 2, 2001)},
       {"Midsummer eve from Tue 19 Jun", first_friday_on_or_after_rule(19, 6), 2001, S(22, 6, 2001)},
-      {"Midsummer eve Fri 19 Jun", first_friday_on_or_after_rule(19, 6), 2009, S(19, 6, 2009)},
       {"millennium", once_rule(31, 12, 1999), 1999, S(31, 12, 1999)},
-      {"once only", once_rule(31, 12, 1999), 2000, 0},
       // Japan's equinox days as published by the National Astronomical
       // Observatory; Sunday holidays move to Monday. In 2012 the autumn day
       // was Saturday 22 September; the mean-year formula the calendars
@@ -73,7 +67,6 @@ TEST(HolidayRule, EachKindOnTheYearsThatMatter) {
       {"Sat 15 Jan 1994", nth_monday_from_2000_rule(2, 1, 15), 1994, 0},
       {"Sports Day, Sunday to Monday", nth_monday_from_2000_rule(2, 10, 10), 1999, S(11, 10, 1999)},
       {"year 150", weekdays_only_rule(1, 1), 150, 0},
-      {"year 7000", easter_rule(0), 7000, 0},
       {"INT32_MIN", weekdays_only_rule(1, 1), INT32_MIN, 0},
   };
   for (const auto& r : rows) EXPECT_EQ(holiday_in_year(r.rule, r.year), r.expected) << r.why;

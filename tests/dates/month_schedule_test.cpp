@@ -22,17 +22,6 @@ const int32_t kAnchors[] = {S(31, 8, 2034), S(28, 2, 2035), S(29, 2, 2032), S(30
                             S(15, 11, 2034), S(30, 11, 2034), S(31, 1, 2031), S(20, 3, 2028)};
 const int32_t kMonthsPerPeriod[] = {1, 2, 3, 4, 6, 12};
 
-TEST(MonthSchedule, ClampsMonthEndsLikeAddMonths) {
-  // 31 August without the end-of-month rule: February clamps, August returns to the 31st.
-  const MonthSchedule plain(S(31, 8, 2034), 6, 0);
-  EXPECT_EQ(plain.date(-1), S(28, 2, 2034));
-  EXPECT_EQ(plain.date(-2), S(31, 8, 2033));
-  EXPECT_EQ(plain.date(-5), S(29, 2, 2032));
-  // 30 November with the rule follows month ends; without it stays on the 30th.
-  EXPECT_EQ(MonthSchedule(S(30, 11, 2034), 6, 1).date(-1), S(31, 5, 2034));
-  EXPECT_EQ(MonthSchedule(S(30, 11, 2034), 6, 0).date(-1), S(30, 5, 2034));
-}
-
 TEST(MonthSchedule, BracketsEveryDateByConsecutiveScheduleDates) {
   for (const int32_t anchor : kAnchors) {
     for (const int32_t months : kMonthsPerPeriod) {
