@@ -118,14 +118,13 @@ TEST(KVLbcustom, RefusedArgumentKeepsItsFieldButTheRestIsWritten) {
 }
 
 TEST(CustomTypeCatalogue, LookupsReadTheSlot) {
-  const int32_t thirty = 1, eom_off = 0, monthly = 12, annual = 1, no_simple = 0, braess = 2;
-  const int32_t extra = 1, mm = 365, xdays = -7, cap = 1, three = 3;
+  const int32_t thirty = 1, eom_off = 0, monthly = 12, annual = 1, extra = 1, mm = 365, xdays = -7,
+                cap = 1, braess = 2, three = 3;
   CustomTypeInput in;
   in.accrual_basis = &thirty;
   in.eom = &eom_off;
   in.frequency = &monthly;
   in.yield_frequency = &annual;
-  in.simple_final = &no_simple;
   in.accrual_days = &extra;
   in.mm_basis = &mm;
   in.exdiv_days = &xdays;
@@ -134,7 +133,6 @@ TEST(CustomTypeCatalogue, LookupsReadTheSlot) {
   EXPECT_EQ(bond_type_eom_default(1012), 0);
   EXPECT_EQ(bond_type_accrual_basis(1012, 0, 0, 1), 7);  // 30/360 with month ends: Feb rule
   EXPECT_EQ(bond_type_annual_yield(1012, 0), 1);
-  EXPECT_EQ(bond_type_simple_final(1, 1012), 0);
   EXPECT_EQ(bond_type_mm_basis(1012, civil_serial(1998, 1, 1)), 365);
   const int32_t coupon = civil_serial(2002, 6, 7);  // Friday
   EXPECT_EQ(bond_type_exdiv_date(coupon, 1012, dates::BusinessCalendar{}, nullptr), coupon - 7);
@@ -152,7 +150,6 @@ TEST(CustomTypeCatalogue, LookupsReadTheSlot) {
   ASSERT_EQ(define(1013, method), 1013);
   EXPECT_EQ(bond_type_yield_method(1013, 0), 2);
   EXPECT_EQ(bond_type_yield_method(1013, -1), 0);
-  EXPECT_EQ(bond_type_annual_yield(1013, 0), 0);
   // Three business days back from Fri 7 Jun 2002: Thu 6, Wed 5, Tue 4.
   EXPECT_EQ(bond_type_exdiv_date(coupon, 1013, dates::BusinessCalendar{}, nullptr),
             civil_serial(2002, 6, 4));
