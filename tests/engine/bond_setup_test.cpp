@@ -112,9 +112,6 @@ TEST(BondSetupGrid, PeriodAroundSettlementAndItsFractions) {
        .settlement = ymd(2025, 3, 1), .period_start = ymd(2024, 11, 30), .eom = 1, .basis = 7},
       {.name = "agency variant, 30 April", .type = 11, .maturity = ymd(2030, 4, 30),
        .settlement = ymd(2025, 3, 1), .period_start = ymd(2024, 10, 31), .eom = 1},
-      // Danish pre-EMU bonds (30E/360) become today's type on 8 Feb 2001.
-      {.name = "Danish after the switch", .type = 302, .maturity = ymd(2006, 11, 15),
-       .settlement = ymd(2001, 2, 8), .basis = 0},
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.name);

@@ -1,6 +1,5 @@
 // The call frame shared by the straight-bond exports: error pointer, set-up
-// failures, release of the description and the re-expression of quoted
-// yields.
+// failures and release of the description.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -55,26 +54,6 @@ TEST(CallFrame, OwnedScheduleIsReleasedOnEveryPath) {
               return 0.0;
             }),
             -1.0);
-}
-
-TEST(CallFrameYieldQuotation, AnnualQuotesConvertOnlyWithMoreThanOnePeriod) {
-  bond_desc d;
-  d.type = 242;  // Eurobond, yields quoted annually
-  d.conventions = bond_type_ref(242);
-  d.frequency = 2;
-  d.whole_periods = 4;
-  int32_t err = -1;
-  EXPECT_EQ(yield_quotation_frequency(d), 1);
-  // (1.05)^(1/2) = 1 + y/2.
-  EXPECT_NEAR(coupon_yield_from_quoted(0.05, d, &err), 2.0 * (std::sqrt(1.05) - 1.0), 1e-15);
-  EXPECT_NEAR(quoted_yield_from_coupon(2.0 * (std::sqrt(1.05) - 1.0), d, &err), 0.05, 1e-15);
-  d.whole_periods = 0;
-  d.partial_period = 1;
-  EXPECT_EQ(coupon_yield_from_quoted(0.05, d, &err), 0.05);
-  d.type = 0;
-  d.conventions = bond_type_ref(0);
-  d.whole_periods = 4;
-  EXPECT_EQ(coupon_yield_from_quoted(0.05, d, &err), 0.05);
 }
 
 }  // namespace

