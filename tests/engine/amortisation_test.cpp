@@ -35,33 +35,25 @@ struct SinkingBond {
   SinkingBond(const SinkingBond&) = delete;
 };
 
-TEST(AmortisationEqual, FiveEqualRepaymentsThroughMaturity) {
-  // First sinking date 15 Jun 2026, yearly: 2026 .. 2029 and maturity 2030,
-  // each 1/5 of the face.
-  SinkingBond b(ymd(2028, 3, 15));
+// Prices of these bonds are checked in the bond area; here the schedule itself.
+TEST(AmortisationEqual, FiveEqualRepaymentsFromAnOffGridDate) {
+  // First sinking date 1 Jun 2026 moves to the coupon date 15 Jun; yearly
+  // to maturity 2030, each 1/5 of the face.
+  SinkingBond b(ymd(2026, 7, 1));
   b.factor = -1.0;
-  const int32_t sink[] = {ymd(2026, 6, 15)};
+  const int32_t sink[] = {ymd(2026, 6, 1)};
   b.args.sink_dates = sink;
   b.args.n_sink = 1;
   bond_desc d;
   ASSERT_EQ(bond_setup(b.args, d), 0);
   EXPECT_EQ(d.amort_kind, kEqualAmortisation);
-  EXPECT_NEAR(d.factor, 0.6, kTight);  // 2026 and 2027 repaid
-  EXPECT_NEAR(d.price_factor, 0.6, kTight);
-  EXPECT_EQ(d.next_sink, ymd(2028, 6, 15));
-  EXPECT_NEAR(outstanding_factor(d, ymd(2026, 6, 14)), 1.0, kTight);
-  EXPECT_NEAR(outstanding_factor(d, ymd(2029, 6, 15)), 0.2, kTight);
-  EXPECT_NEAR(outstanding_factor(d, ymd(2030, 6, 15)), 1.0, kTight);  // after maturity
-  EXPECT_NEAR(amortisation_due(d, ymd(2028, 12, 15)), 0.0, kTight);  // coupon, no repayment
-  EXPECT_NEAR(amortisation_due(d, ymd(2030, 6, 15)), 0.2, kTight);   // remainder at maturity
-  bond_release(d);
-  // An off-grid first sinking date moves to the next coupon date.
-  const int32_t off_grid[] = {ymd(2026, 6, 1)};
-  b.args.sink_dates = off_grid;
-  b.args.settlement = ymd(2026, 7, 1);
-  ASSERT_EQ(bond_setup(b.args, d), 0);
   EXPECT_EQ(first_amortisation_date(d, nullptr), ymd(2026, 6, 15));
   EXPECT_NEAR(d.factor, 0.8, kTight);
+  EXPECT_EQ(d.next_sink, ymd(2027, 6, 15));
+  EXPECT_NEAR(outstanding_factor(d, ymd(2029, 6, 15)), 0.2, kTight);
+  EXPECT_NEAR(outstanding_factor(d, ymd(2030, 6, 15)), 1.0, kTight);  // after maturity
+  EXPECT_NEAR(amortisation_due(d, ymd(2028, 12, 15)), 0.0, kTight);   // coupon, no repayment
+  EXPECT_NEAR(amortisation_due(d, ymd(2030, 6, 15)), 0.2, kTight);    // remainder at maturity
   bond_release(d);
 }
 
@@ -119,15 +111,13 @@ TEST(AmortisationSchedule, FactorGivenOrAbsent) {
   EXPECT_EQ(d.sink_dates_owned, nullptr);
 }
 
+// Factors and counts the bond area feeds to the exports are not repeated here.
 TEST(AmortisationSchedule, InvalidSinkingArgumentsGiveError1) {
   static const int32_t sink[] = {ymd(2027, 6, 15), ymd(2028, 6, 15)},
                        unordered[] = {ymd(2028, 6, 15), ymd(2027, 6, 15)}, one_end[] = {sink[0]};
   static const double amounts[] = {0.1, 0.1}, negative[] = {0.1, -0.1}, below_par = -0.01;
   void (*const changes[])(SinkingBond&) = {
-      [](SinkingBond& b) { b.factor = 1.5; },
-      [](SinkingBond& b) { b.args.sink_dates = nullptr; b.args.n_sink = 0; },
       [](SinkingBond& b) { b.args.n_sink = 0; },
-      [](SinkingBond& b) { b.args.n_sink = -2; },
       [](SinkingBond& b) { b.args.sink_amounts = nullptr; },
       [](SinkingBond& b) { b.args.sink_amounts = negative; },
       [](SinkingBond& b) { b.args.sink_dates = unordered; },

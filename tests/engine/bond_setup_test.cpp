@@ -251,18 +251,16 @@ TEST(BondSetupMethod, YieldMethodAndFrequencyDefaults) {
   EXPECT_EQ(d.frequency, 2);
 }
 
-TEST(BondSetupValidation, MalformedArgumentsGiveError1) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  const double inf = std::numeric_limits<double>::infinity();
+// The bond area feeds each spoiled argument to the exports; these are the
+// shapes of arguments only bond_setup can tell apart.
+TEST(BondSetupValidation, MalformedShapesGiveError1) {
   const double negative = -1.0, zero_redemption[] = {0.06, 0.0},
                negative_ratio[] = {0.06, 100.0, -102.0}, four[] = {0.06, 100.0, 102.0, 1.0},
                two_rates[] = {0.05, 0.06};
-  const int32_t unordered[] = {ymd(2028, 1, 1), ymd(2027, 1, 1)};
-  const int32_t two_dates[] = {ymd(2027, 6, 15), ymd(2030, 6, 15)};
-  static const int32_t yankee = 810, late_first = ymd(2030, 9, 10), on_first = ymd(2025, 3, 10);
+  static const int32_t two_dates[] = {ymd(2027, 6, 15), ymd(2030, 6, 15)},
+                       unordered[] = {ymd(2030, 6, 15), ymd(2027, 6, 15)}, yankee = 810,
+                       late_first = ymd(2030, 9, 10);
   const std::function<void(Bullet&)> changes[] = {
-      [](Bullet& b) { b.args.coupons = nullptr; }, [](Bullet& b) { b.args.n_coupons = -1; },
-      [](Bullet& b) { b.args.dates = nullptr; }, [&](Bullet& b) { b.coupon = inf; },
       [&](Bullet& b) { b.args.coupons = zero_redemption; b.args.n_coupons = 2; },
       [&](Bullet& b) { b.args.coupons = negative_ratio; b.args.n_coupons = 3; },
       [&](Bullet& b) { b.args.coupons = four; b.args.n_coupons = 4; },
@@ -280,36 +278,16 @@ TEST(BondSetupValidation, MalformedArgumentsGiveError1) {
         b.args.n_dates = 2;
       },
       [](Bullet& b) { b.args.type = &yankee; },  // no default frequency
-      [](Bullet& b) { b.args.n_frequency = 1; },  // frequency array missing
-      [](Bullet& b) { b.args.settlement = b.maturity + 1; },
-      [](Bullet& b) { b.args.first_coupon = &late_first; },
-      [](Bullet& b) { b.args.dated_date = b.args.first_coupon = &on_first; },
-      [](Bullet& b) { b.args.n_holidays = -1; },
-      [](Bullet& b) { b.args.n_holidays = 3; },  // holiday list missing
-      [&](Bullet& b) { b.args.redemption = &negative; }, [&](Bullet& b) { b.args.coupon_tax = &nan; },
+      [](Bullet& b) { b.args.first_coupon = &late_first; },  // after maturity
+      [&](Bullet& b) { b.args.redemption = &negative; },
   };
   const int32_t type = 0;
   bond_desc d;
   int i = 0;
   for (const auto& change : changes) {
-    Bullet b(0.05, ymd(2030, 3, 10), ymd(2025, 1, 31), &type);
+    Bullet b(0.05, ymd(2030, 6, 15), ymd(2025, 1, 31), &type);
     change(b);
     EXPECT_EQ(bond_setup(b.args, d), 1) << "change " << i++;
-  }
-  for (int32_t code : {14, 1050, -1}) {
-    Bullet b(0.05, ymd(2030, 3, 10), ymd(2025, 1, 31), &code);
-    EXPECT_EQ(bond_setup(b.args, d), 1) << "code " << code;
-  }
-  for (const int32_t frequency : {5, 24}) {
-    Bullet b(0.05, ymd(2030, 3, 10), ymd(2025, 1, 31), &type);
-    b.args.frequency = &frequency;
-    b.args.n_frequency = 1;
-    EXPECT_EQ(bond_setup(b.args, d), 1) << "frequency " << frequency;
-  }
-  for (int32_t bad : {0, dates::kMaxSerial + 1}) {
-    Bullet s(0.05, ymd(2030, 3, 10), bad, &type), m(0.05, bad, ymd(2025, 1, 31), &type);
-    EXPECT_EQ(bond_setup(s.args, d), 1) << bad;
-    EXPECT_EQ(bond_setup(m.args, d), 1) << bad;
   }
 }
 
