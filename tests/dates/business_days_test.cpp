@@ -31,67 +31,33 @@ int32_t naive_add(int32_t date, int32_t n, const std::vector<int32_t>& hols, boo
   return date;
 }
 
-TEST(BusinessDays, WeekendFlags) {
-  const int32_t friday = S(29, 6, 2001);
-  BusinessCalendar cal;
-  EXPECT_EQ(add_business_days(friday, 1, cal), S(2, 7, 2001));  // Monday
-  cal.sat_works = 1;
-  EXPECT_EQ(add_business_days(friday, 1, cal), S(30, 6, 2001));  // Saturday
-  EXPECT_EQ(add_business_days(friday, 2, cal), S(2, 7, 2001));
-  cal.sat_works = 0;
-  cal.sun_works = 1;
-  EXPECT_EQ(add_business_days(friday, 1, cal), S(1, 7, 2001));   // Sunday
-  EXPECT_TRUE(is_working_weekday(S(1, 7, 2001), cal));
-  EXPECT_FALSE(is_working_weekday(S(30, 6, 2001), cal));
-  EXPECT_EQ(add_business_days(friday, 0, cal), friday);
-}
-
 TEST(BusinessDays, AdjustmentConventions) {
-  const int32_t saturday = S(30, 6, 2001);
-  BusinessCalendar cal;
+  const int32_t saturday = S(30, 6, 2001), hols[] = {S(4, 7, 2001), S(3, 9, 2001)};
+  const BusinessCalendar cal, us{hols, 2, 0, 0};
   EXPECT_EQ(adjust_business_day(saturday, kModifiedFollowing, cal), S(29, 6, 2001));
   EXPECT_EQ(adjust_business_day(saturday, kFollowing, cal), S(2, 7, 2001));
   EXPECT_EQ(adjust_business_day(saturday, kPreceding, cal), S(29, 6, 2001));
-  EXPECT_EQ(adjust_business_day(saturday, kUnadjusted, cal), saturday);
-  // Modified following stays put within the month.
   EXPECT_EQ(adjust_business_day(S(16, 6, 2001), kModifiedFollowing, cal), S(18, 6, 2001));
-  // Modified following across a year end goes back.
   EXPECT_EQ(adjust_business_day(S(31, 12, 2000), kModifiedFollowing, cal), S(29, 12, 2000));
-
-  const int32_t hols[] = {S(4, 7, 2001), S(3, 9, 2001)};
-  BusinessCalendar us{hols, 2, 0, 0};
-  EXPECT_EQ(adjust_business_day(S(4, 7, 2001), kFollowing, us), S(5, 7, 2001));
   EXPECT_EQ(adjust_business_day(S(4, 7, 2001), kPreceding, us), S(3, 7, 2001));
   EXPECT_EQ(adjust_business_day(S(1, 9, 2001), kFollowing, us), S(4, 9, 2001));
-  EXPECT_EQ(adjust_business_day(S(5, 7, 2001), kPreceding, us), S(5, 7, 2001));
+  // A NULL list or a negative count acts as an empty list.
+  const BusinessCalendar null_list{nullptr, 5, 0, 0}, negative{hols, -1, 0, 0};
+  for (const BusinessCalendar& bad : {null_list, negative}) {
+    EXPECT_TRUE(is_business_day(S(4, 7, 2001), bad));
+    EXPECT_EQ(adjust_business_day(S(4, 7, 2001), kFollowing, bad), S(4, 7, 2001));
+  }
 }
 
 TEST(FindHolidayIndex, BisectsFromTheStartIndex) {
   const int32_t h[] = {100, 200, 300, 400};
   EXPECT_EQ(find_holiday_index(h, 250, 4, 0), 1);
   EXPECT_EQ(find_holiday_index(h, 300, 4, 0), 2);
-  EXPECT_EQ(find_holiday_index(h, 999, 4, 0), 3);
-  EXPECT_EQ(find_holiday_index(h, 100, 4, 0), 0);
   EXPECT_EQ(find_holiday_index(h, 99, 4, 0), -1);
   EXPECT_EQ(find_holiday_index(h, 250, 4, 2), -1);  // h[2] is already after
-  EXPECT_EQ(find_holiday_index(h, 450, 4, 2), 3);
   EXPECT_EQ(find_holiday_index(h, 250, 4, -5), 1);
   EXPECT_EQ(find_holiday_index(h, 250, 4, 4), -2);
-  EXPECT_EQ(find_holiday_index(h, 250, 0, 0), -2);
-  EXPECT_EQ(find_holiday_index(h, 250, -3, 0), -2);
   EXPECT_EQ(find_holiday_index(nullptr, 250, 4, 0), -2);
-}
-
-TEST(BusinessDays, BadListsActAsEmpty) {
-  BusinessCalendar null_list{nullptr, 5, 0, 0};
-  BusinessCalendar negative{nullptr, -5, 0, 0};
-  const int32_t h[] = {S(2, 7, 2001)};
-  BusinessCalendar negative_count{h, -1, 0, 0};
-  for (const BusinessCalendar& cal : {null_list, negative, negative_count}) {
-    EXPECT_TRUE(is_business_day(S(2, 7, 2001), cal));
-    EXPECT_EQ(add_business_days(S(29, 6, 2001), 1, cal), S(2, 7, 2001));
-    EXPECT_EQ(adjust_business_day(S(30, 6, 2001), kFollowing, cal), S(2, 7, 2001));
-  }
 }
 
 // Property: jumping whole weeks gives exactly what walking one business day
@@ -131,21 +97,16 @@ TEST(BusinessDays, LongMovesStayInRange) {
 }
 
 TEST(LastBusinessDay, OfTheMonth) {
-  BusinessCalendar cal;
-  EXPECT_EQ(last_business_day_of_month(S(10, 6, 2001), cal), S(29, 6, 2001));
-  EXPECT_EQ(last_business_day_of_month(S(10, 8, 2001), cal), S(31, 8, 2001));
   const int32_t h[] = {S(29, 6, 2001)};
-  BusinessCalendar with_holiday{h, 1, 0, 0};
-  EXPECT_EQ(last_business_day_of_month(S(1, 6, 2001), with_holiday), S(28, 6, 2001));
-  BusinessCalendar saturday_works{nullptr, 0, 1, 0};
-  EXPECT_EQ(last_business_day_of_month(S(1, 6, 2001), saturday_works), S(30, 6, 2001));
-
-  // A month without a single business day.
-  std::vector<int32_t> february;
+  EXPECT_EQ(last_business_day_of_month(S(10, 6, 2001), BusinessCalendar{}), S(29, 6, 2001));
+  EXPECT_EQ(last_business_day_of_month(S(1, 6, 2001), BusinessCalendar{h, 1, 0, 0}), S(28, 6, 2001));
+  EXPECT_EQ(last_business_day_of_month(S(1, 6, 2001), BusinessCalendar{nullptr, 0, 1, 0}),
+            S(30, 6, 2001));  // Saturday works
+  std::vector<int32_t> february;  // a month without a single business day
   for (int32_t d = S(1, 2, 2001); d <= S(28, 2, 2001); ++d) february.push_back(d);
   BusinessCalendar closed{february.data(), static_cast<int32_t>(february.size()), 0, 0};
   EXPECT_EQ(last_business_day_of_month(S(14, 2, 2001), closed), -1);
-  EXPECT_EQ(last_business_day_of_month(-200000, cal), -1);
+  EXPECT_EQ(last_business_day_of_month(-200000, BusinessCalendar{}), -1);
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 // civil-date algorithm, weekdays, month lengths and bad input.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "dates/civil_reference.h"
 #include "dates/date_serial.h"
 
@@ -9,45 +11,26 @@ namespace kbond::dates {
 namespace {
 
 // Serials below are (date - 31 December 1899) in days, as given by Python's
-// datetime.date(...).toordinal() - 693595.
-TEST(DateToSerial, PinnedSerials) {
-  EXPECT_EQ(date_to_serial(1, 1, 1900), 1);
-  EXPECT_EQ(date_to_serial(1, 3, 1900), 60);     // 1900 is not a leap year
-  EXPECT_EQ(date_to_serial(29, 2, 1904), 1520);
-  EXPECT_EQ(date_to_serial(1, 1, 1950), 18263);  // first month-cache year
+// datetime.date(...).toordinal() - 693595; the rest are checked against the
+// independent civil-date reference.
+TEST(DateToSerial, PinnedSerialsShortYearsAndBadInput) {
+  EXPECT_EQ(date_to_serial(1, 3, 1900), 60);       // 1900 is not a leap year
+  EXPECT_EQ(date_to_serial(1, 1, 1950), 18263);    // first month-cache year
   EXPECT_EQ(date_to_serial(31, 12, 2069), 62092);  // last month-cache day
-  EXPECT_EQ(date_to_serial(12, 6, 1968), 25000);   // first serial-cache day
-  EXPECT_EQ(date_to_serial(31, 1, 2058), 57740);   // last serial-cache day
   EXPECT_EQ(date_to_serial(4, 9, 6896), kMaxSerial);
-  EXPECT_EQ(date_to_serial(1, 1, 2000), 36525);
-  EXPECT_EQ(date_to_serial(1, 1, 2050), 54788);
-}
-
-TEST(DateToSerial, TwoDigitAndThreeDigitYears) {
-  EXPECT_EQ(date_to_serial(1, 1, 0), 1);                 // year 0 is 1900
+  EXPECT_EQ(date_to_serial(1, 1, 0), 1);        // year 0 is 1900
+  EXPECT_EQ(date_to_serial(1, 1, 150), 54788);  // 150 is 2050
   EXPECT_EQ(date_to_serial(1, 1, 99), date_to_serial(1, 1, 1999));
-  EXPECT_EQ(date_to_serial(1, 1, 150), 54788);           // 150 is 2050
-  EXPECT_EQ(date_to_serial(1, 1, 199), date_to_serial(1, 1, 2099));
-}
-
-TEST(DateToSerial, DayIsNotCheckedAgainstTheMonth) {
+  // The day is not checked against the month, inside the cache and out.
   EXPECT_EQ(date_to_serial(31, 2, 2001), 36952);  // 3 March 2001
   EXPECT_EQ(date_to_serial(0, 3, 2001), 36949);   // 28 February 2001
-  EXPECT_EQ(date_to_serial(29, 2, 2001), date_to_serial(1, 3, 2001));
-  // The same outside the month cache.
   EXPECT_EQ(date_to_serial(31, 2, 2101), reference::serial_of(3, 3, 2101));
   EXPECT_EQ(date_to_serial(0, 1, 1901), reference::serial_of(31, 12, 1900));
-}
-
-TEST(DateToSerial, BadInputGivesMinusOne) {
-  EXPECT_EQ(date_to_serial(1, 13, 2001), -1);
-  EXPECT_EQ(date_to_serial(1, 0, 2001), -1);
-  EXPECT_EQ(date_to_serial(1, -5, 2001), -1);
-  EXPECT_EQ(date_to_serial(5, 9, 6896), -1);  // one past the largest serial
-  EXPECT_EQ(date_to_serial(1, 1, 100000), -1);
-  EXPECT_EQ(date_to_serial(INT32_MAX, 12, 2001), -1);
-  EXPECT_EQ(date_to_serial(INT32_MAX, 12, 2201), -1);
-  EXPECT_EQ(date_to_serial(1, 1, INT32_MAX), -1);
+  for (const auto& [d, m, y] : {std::tuple{1, 13, 2001}, {1, 0, 2001}, {5, 9, 6896},
+                                {1, 1, 100000}, {INT32_MAX, 12, 2001}, {INT32_MAX, 12, 2201},
+                                {1, 1, INT32_MAX}}) {
+    EXPECT_EQ(date_to_serial(d, m, y), -1) << d << "/" << m << "/" << y;
+  }
   EXPECT_LT(date_to_serial(INT32_MIN, 1, 2001), 0);
   EXPECT_LT(date_to_serial(INT32_MIN, 1, 2201), 0);
 }
@@ -91,37 +74,16 @@ TEST(SerialToDate, OutOfRangeSerials) {
   EXPECT_EQ(serial_to_date(36525, nullptr, nullptr, nullptr), 0);
 }
 
-TEST(Weekday, MatchesTheReferenceFromThe30thOfDecember1899) {
+TEST(Calendar, WeekdaysMonthLengthsAndMonthEnds) {
   EXPECT_EQ(weekday_of(1), kMonday);     // 1 January 1900
-  EXPECT_EQ(weekday_of(6), kSaturday);   // 6 January 1900
-  EXPECT_EQ(weekday_of(7), kSunday);
   EXPECT_EQ(weekday_of(-1), kSaturday);  // 30 December 1899
-  EXPECT_EQ(weekday_of(37070), kFriday); // 29 June 2001
   for (int32_t s = -1; s <= kMaxSerial; s += 13) ASSERT_EQ(weekday_of(s), reference::weekday(s)) << s;
   EXPECT_GE(weekday_of(INT32_MAX), 1);
-}
-
-TEST(MonthLengths, LeapYearRule) {
   EXPECT_EQ(days_in_month(2, 1900), 28);
   EXPECT_EQ(days_in_month(2, 2000), 29);
-  EXPECT_EQ(days_in_month(2, 2004), 29);
-  EXPECT_EQ(days_in_month(2, 2100), 28);
-  EXPECT_EQ(days_in_month(4, 2001), 30);
-  EXPECT_EQ(days_in_month(12, 2001), 31);
-  EXPECT_EQ(days_in_month(0, 2001), 0);
   EXPECT_EQ(days_in_month(13, 2001), 0);
-  EXPECT_EQ(days_in_year(1900), 365);
-  EXPECT_EQ(days_in_year(2000), 366);
-  EXPECT_EQ(days_in_year(2001), 365);
-}
-
-TEST(MonthEnds, EndOfMonthAndTest) {
   EXPECT_EQ(is_end_of_month(date_to_serial(28, 2, 2001)), 1);
   EXPECT_EQ(is_end_of_month(date_to_serial(28, 2, 2004)), 0);
-  EXPECT_EQ(is_end_of_month(date_to_serial(29, 2, 2004)), 1);
-  EXPECT_EQ(is_end_of_month(date_to_serial(30, 4, 2001)), 1);
-  EXPECT_EQ(is_end_of_month(date_to_serial(30, 5, 2001)), 0);
-  EXPECT_EQ(end_of_month(date_to_serial(10, 2, 2004)), date_to_serial(29, 2, 2004));
   EXPECT_EQ(end_of_month(date_to_serial(1, 12, 2150)), reference::serial_of(31, 12, 2150));
   EXPECT_EQ(is_end_of_month(-200000), 0);
   EXPECT_EQ(end_of_month(-200000), -1);

@@ -81,96 +81,47 @@ TEST(DayCount, EveryCodeOnMonthEndsFebruaryAndLeapYears) {
   }
 }
 
-// Over whole years the no-leap count is 365 a year whatever the leap days.
-TEST(DayCount, NoLeapDayCountOverYears) {
+TEST(DayCount, NoLeapYearsAndUnknownCodes) {
+  // Over whole years the no-leap count is 365 a year whatever the leap days.
   EXPECT_EQ(day_count(S(15, 6, 2001), S(15, 6, 2009), 13, nullptr), 8 * 365);
-  EXPECT_EQ(day_count(S(1, 1, 2004), S(31, 12, 2004), 13, nullptr), 364);
-  EXPECT_EQ(day_count(S(1, 3, 2004), S(1, 3, 2005), 13, nullptr), 365);
-  EXPECT_EQ(day_count(S(28, 2, 2004), S(1, 3, 2004), 13, nullptr), 1);
   EXPECT_EQ(day_count(S(29, 2, 2004), S(1, 3, 2004), 13, nullptr), 1);
-}
-
-TEST(DayCount, UnknownCodeCountsActualDaysWithAnError) {
-  int32_t err = 0;
+  int32_t err = 0;  // unknown codes count actual days with an error
   EXPECT_EQ(day_count(S(1, 1, 2001), S(1, 3, 2001), 15, &err), 59);
   EXPECT_EQ(err, 1);
-  err = 0;
   EXPECT_EQ(day_count(S(1, 1, 2001), S(1, 3, 2001), -1, &err), 59);
   EXPECT_EQ(err, 1);
-  EXPECT_EQ(day_count(S(1, 1, 2001), S(1, 3, 2001), 1, nullptr), 60);
-}
-
-TEST(DayCount, Names) {
-  EXPECT_STREQ(day_count_name(0), "act/act");
-  EXPECT_STREQ(day_count_name(7), "30/360(Feb)");
-  EXPECT_STREQ(day_count_name(12), "30E+/365");
-  EXPECT_STREQ(day_count_name(5), "act/365");
-  EXPECT_STREQ(day_count_name(13), "act/365");
-  EXPECT_STREQ(day_count_name(14), "unknown");
-  EXPECT_STREQ(day_count_name(15), "unknown");
-  EXPECT_STREQ(day_count_name(-3), "unknown");
-}
-
-TEST(YearBasis, ByCode) {
-  const int32_t a = S(15, 1, 2001), b = S(15, 7, 2001);  // 181 days
-  EXPECT_DOUBLE_EQ(year_basis(a, b, 2, 0), 362.0);
-  for (int32_t code : {1, 2, 4, 7, 9, 11}) EXPECT_EQ(year_basis(a, b, 2, code), 360.0) << code;
-  for (int32_t code : {3, 5, 6, 8, 10, 12, 13}) EXPECT_EQ(year_basis(a, b, 2, code), 365.0) << code;
-  EXPECT_EQ(year_basis(a, b, 2, 14), 0.0);
-  EXPECT_EQ(year_basis(a, b, 2, 99), 0.0);
 }
 
 // The 360 and 365 fractions are formed with the double reciprocals, so the
 // expected values are built the same way and compared exactly.
 TEST(YearFraction, WholeYearsPlusPartYear) {
   constexpr double k365 = 0.0027397260273972603, k360 = 0.002777777777777778;
+  EXPECT_DOUBLE_EQ(year_basis(S(15, 1, 2001), S(15, 7, 2001), 2, 0), 362.0);  // 181-day period
   EXPECT_EQ(year_fraction(S(1, 1, 2000), S(1, 7, 2001), 5), 1.0 + 181 * k365);
-  EXPECT_EQ(year_fraction(S(15, 1, 2001), S(15, 7, 2003), 1), 2.0 + 180 * k360);
-  EXPECT_EQ(year_fraction(S(15, 1, 2001), S(15, 7, 2003), 4), 2.0 + 181 * k360);
   EXPECT_EQ(year_fraction(S(15, 7, 2003), S(15, 1, 2001), 4), -(2.0 + 181 * k360));
   // 31 August -> 28 February: the anniversary of 31 Aug in 2001 is 31 Aug 2001.
   EXPECT_EQ(year_fraction(S(31, 8, 2000), S(28, 2, 2002), 9), 1.0 + 180 * k360);
   // The anniversary of 29 February in a common year is 1 March.
   EXPECT_EQ(year_fraction(S(29, 2, 2004), S(1, 3, 2005), 5), 1.0);
-  EXPECT_EQ(year_fraction(S(1, 1, 2001), S(1, 1, 2001), 5), 0.0);
-}
-
-TEST(YearFraction, CalendarYearLengths) {
-  EXPECT_DOUBLE_EQ(year_fraction(S(1, 7, 2003), S(1, 7, 2004), 14), 1.0);
+  // Calendar year lengths (code 14); act/act and unknown codes use the end
+  // year's length for the part year; the no-leap fraction is positive both ways.
   EXPECT_DOUBLE_EQ(year_fraction(S(1, 10, 2003), S(1, 3, 2004), 14), 92.0 / 365 + 60.0 / 366);
-  EXPECT_DOUBLE_EQ(year_fraction(S(1, 1, 2004), S(1, 7, 2004), 14), 182.0 / 366);
-  // act/act and unknown codes use the end year's length for the part year.
   EXPECT_DOUBLE_EQ(year_fraction(S(1, 10, 2003), S(1, 3, 2004), 0), 152.0 / 366);
-  EXPECT_DOUBLE_EQ(year_fraction(S(1, 10, 2003), S(1, 3, 2004), 77), 152.0 / 366);
-}
-
-TEST(YearFraction, NoLeapCodeIsPositiveBothWays) {
-  constexpr double k365 = 0.0027397260273972603;
-  EXPECT_EQ(year_fraction(S(1, 2, 2004), S(1, 3, 2004), 13), 28 * k365);
   EXPECT_EQ(year_fraction(S(1, 3, 2004), S(1, 2, 2004), 13), 28 * k365);
 }
 
-TEST(AddConventionDays, StepsLikeTheCount) {
+TEST(AddConventionDays, MonthEndsAndUnusableInput) {
   EXPECT_EQ(add_convention_days(S(31, 1, 2001), 28, 1, 0), S(28, 2, 2001));
-  EXPECT_EQ(add_convention_days(S(15, 1, 2001), 180, 1, 0), S(15, 7, 2001));
-  EXPECT_EQ(add_convention_days(S(15, 7, 2001), -180, 2, 0), S(15, 1, 2001));
-  EXPECT_EQ(add_convention_days(S(15, 1, 2001), 720, 2, 0), S(15, 1, 2003));
-  EXPECT_EQ(add_convention_days(S(15, 1, 2001), 16, 11, 0), S(1, 2, 2001));
-  EXPECT_EQ(add_convention_days(S(10, 3, 2001), -20, 1, 0), S(20, 2, 2001));
+  EXPECT_EQ(add_convention_days(S(15, 1, 2001), 16, 11, 0), S(1, 2, 2001));  // E+ past the 30th
   // From the end of February the February codes start on the 30th.
   EXPECT_EQ(add_convention_days(S(28, 2, 2001), 30, 1, 0), S(28, 3, 2001));
   EXPECT_EQ(add_convention_days(S(28, 2, 2001), 30, 1, 1), S(31, 3, 2001));
   EXPECT_EQ(add_convention_days(S(28, 2, 2001), 30, 7, 0), S(30, 3, 2001));
-  EXPECT_EQ(add_convention_days(S(30, 4, 2001), 30, 1, 1), S(31, 5, 2001));
-  // The target is clamped to the month's length.
-  EXPECT_EQ(add_convention_days(S(30, 1, 2001), 30, 2, 0), S(28, 2, 2001));
-}
-
-TEST(AddConventionDays, ActualCodesAndUnusableCodes) {
-  EXPECT_EQ(add_convention_days(S(1, 1, 2001), 0, 99, 0), S(1, 1, 2001));
-  for (int32_t code : {0, 4, 5, 14}) EXPECT_EQ(add_convention_days(S(1, 1, 2001), 45, code, 0), S(15, 2, 2001));
+  EXPECT_EQ(add_convention_days(S(30, 1, 2001), 30, 2, 0), S(28, 2, 2001));  // clamped
+  for (int32_t code : {0, 4, 5, 14}) {
+    EXPECT_EQ(add_convention_days(S(1, 1, 2001), 45, code, 0), S(15, 2, 2001)) << code;
+  }
   EXPECT_EQ(add_convention_days(S(1, 1, 2001), 45, 13, 0), 0);
-  EXPECT_EQ(add_convention_days(S(1, 1, 2001), 45, 99, 0), 0);
   EXPECT_EQ(add_convention_days(-200000, 45, 1, 0), 0);
   EXPECT_EQ(add_convention_days(S(1, 1, 2001), INT32_MIN, 1, 0), 0);
   EXPECT_EQ(add_convention_days(S(1, 1, 2001), INT32_MAX, 5, 0), -1);

@@ -10,106 +10,50 @@ namespace {
 
 int32_t S(int32_t d, int32_t m, int32_t y) { return date_to_serial(d, m, y); }
 
-TEST(AddMonths, ClampsToTheNewMonthLength) {
-  EXPECT_EQ(add_months(S(31, 1, 2001), 1, 0), S(28, 2, 2001));
-  EXPECT_EQ(add_months(S(31, 1, 2004), 1, 0), S(29, 2, 2004));
-  EXPECT_EQ(add_months(S(31, 3, 2001), -1, 0), S(28, 2, 2001));
-  EXPECT_EQ(add_months(S(31, 5, 2001), 1, 1), S(30, 6, 2001));
-  EXPECT_EQ(add_months(S(29, 2, 2004), 12, 0), S(28, 2, 2005));
+TEST(AddMonths, ClampsKeepsMonthEndsAndCrossesYears) {
+  const struct {
+    int32_t from, months, eom, to;
+  } rows[] = {
+      {S(31, 1, 2001), 1, 0, S(28, 2, 2001)},  {S(31, 1, 2004), 1, 0, S(29, 2, 2004)},
+      {S(31, 3, 2001), -1, 0, S(28, 2, 2001)}, {S(29, 2, 2004), 12, 0, S(28, 2, 2005)},
+      {S(28, 2, 2001), 1, 0, S(28, 3, 2001)},  {S(28, 2, 2001), 1, 1, S(31, 3, 2001)},
+      {S(30, 9, 2003), 5, 1, S(29, 2, 2004)},  {S(29, 4, 2001), 1, 1, S(29, 5, 2001)},
+      {S(15, 1, 2001), -13, 0, S(15, 12, 1999)}, {S(15, 12, 2001), 1, 0, S(15, 1, 2002)},
+      {-200000, 1, 0, -1}, {S(1, 1, 2001), INT32_MAX, 0, -1}, {S(1, 1, 2001), INT32_MIN, 0, -1},
+  };
+  for (const auto& r : rows) {
+    EXPECT_EQ(add_months(r.from, r.months, r.eom), r.to) << r.from << " " << r.months;
+  }
 }
 
-TEST(AddMonths, EndOfMonthFlagKeepsMonthEnds) {
-  EXPECT_EQ(add_months(S(28, 2, 2001), 1, 0), S(28, 3, 2001));
-  EXPECT_EQ(add_months(S(28, 2, 2001), 1, 1), S(31, 3, 2001));
-  EXPECT_EQ(add_months(S(30, 4, 2001), 1, 1), S(31, 5, 2001));
-  EXPECT_EQ(add_months(S(30, 4, 2001), 1, 0), S(30, 5, 2001));
-  EXPECT_EQ(add_months(S(30, 9, 2003), 5, 1), S(29, 2, 2004));
-  EXPECT_EQ(add_months(S(29, 4, 2001), 1, 1), S(29, 5, 2001));  // not a month end
-}
-
-TEST(AddMonths, CrossesYearsBothWays) {
-  EXPECT_EQ(add_months(S(15, 1, 2001), 0, 1), S(15, 1, 2001));
-  EXPECT_EQ(add_months(S(15, 11, 2001), 3, 0), S(15, 2, 2002));
-  EXPECT_EQ(add_months(S(15, 1, 2001), -13, 0), S(15, 12, 1999));
-  EXPECT_EQ(add_months(S(15, 1, 2001), -1, 0), S(15, 12, 2000));
-  EXPECT_EQ(add_months(S(15, 6, 2001), 360, 0), S(15, 6, 2031));
-  EXPECT_EQ(add_months(S(15, 6, 2001), -24, 0), S(15, 6, 1999));
-  EXPECT_EQ(add_months(S(15, 12, 2001), 1, 0), S(15, 1, 2002));
-}
-
-TEST(AddMonths, BadInputNeverCrashes) {
-  EXPECT_EQ(add_months(-200000, 1, 0), -1);
-  EXPECT_EQ(add_months(S(1, 1, 2001), INT32_MAX, 0), -1);
-  EXPECT_EQ(add_months(S(1, 1, 2001), INT32_MIN, 0), -1);
-}
-
-TEST(MonthsBetween, CountsWholeMonthsTowardZero) {
-  int32_t exact = -1;
-  EXPECT_EQ(months_between(S(31, 1, 2001), S(28, 2, 2001), 0, &exact), 1);  // month end matches
-  EXPECT_EQ(exact, 1);
-  EXPECT_EQ(months_between(S(15, 1, 2001), S(14, 2, 2001), 0, &exact), 0);
-  EXPECT_EQ(exact, 0);
-  EXPECT_EQ(months_between(S(15, 1, 2001), S(15, 2, 2001), 0, &exact), 1);
-  EXPECT_EQ(exact, 1);
-  EXPECT_EQ(months_between(S(15, 1, 2001), S(16, 2, 2001), 0, &exact), 1);
-  EXPECT_EQ(exact, 0);
-  EXPECT_EQ(months_between(S(15, 3, 2001), S(15, 1, 2001), 0, &exact), -2);
-  EXPECT_EQ(exact, 1);
-  EXPECT_EQ(months_between(S(15, 3, 2001), S(16, 1, 2001), 0, nullptr), -1);
-  EXPECT_EQ(months_between(S(15, 3, 2001), S(14, 1, 2001), 0, nullptr), -2);
-  EXPECT_EQ(months_between(S(15, 3, 2001), S(20, 3, 2001), 0, nullptr), 0);
-  EXPECT_EQ(months_between(S(15, 3, 2001), S(10, 3, 2001), 0, nullptr), 0);
-  EXPECT_EQ(months_between(S(15, 3, 1999), S(15, 3, 2001), 0, nullptr), 24);
-}
-
-TEST(MonthsBetween, EndOfMonthFlag) {
-  int32_t exact = -1;
-  // 30 April to 31 May: one month and a day without the flag, exactly one with it.
-  EXPECT_EQ(months_between(S(30, 4, 2001), S(31, 5, 2001), 0, &exact), 1);
-  EXPECT_EQ(exact, 0);
-  EXPECT_EQ(months_between(S(30, 4, 2001), S(31, 5, 2001), 1, &exact), 1);
-  EXPECT_EQ(exact, 1);
-  // 28 February 2001 to 30 March: with the flag the start counts as the 31st.
-  EXPECT_EQ(months_between(S(28, 2, 2001), S(30, 3, 2001), 1, &exact), 0);
-  EXPECT_EQ(months_between(S(28, 2, 2001), S(31, 3, 2001), 1, &exact), 1);
-  EXPECT_EQ(exact, 1);
-}
-
-TEST(ScheduleDate, FindsTheDatesAroundACouponDate) {
-  const int32_t ref = S(15, 3, 2001);
-  int32_t j = -99;
-  EXPECT_EQ(schedule_date(S(15, 9, 2001), 0, 6, ref, 0, &j), S(15, 9, 2001));
-  EXPECT_EQ(j, 1);
-  EXPECT_EQ(schedule_date(S(15, 9, 2001), 1, 6, ref, 0, &j), S(15, 3, 2002));
-  EXPECT_EQ(j, 2);
-  EXPECT_EQ(schedule_date(S(15, 9, 2001), -1, 6, ref, 0, &j), S(15, 3, 2001));
-  EXPECT_EQ(schedule_date(S(14, 9, 2001), 0, 6, ref, 0, &j), S(15, 3, 2001));
-  EXPECT_EQ(j, 0);
-  EXPECT_EQ(schedule_date(ref, 0, 6, ref, 0, &j), ref);
-  EXPECT_EQ(j, 0);
-  // Before the reference the schedule runs backward.
-  EXPECT_EQ(schedule_date(S(10, 1, 2001), 0, 6, ref, 0, &j), S(15, 9, 2000));
-  EXPECT_EQ(j, -1);
-  EXPECT_EQ(schedule_date(S(15, 9, 2000), 0, 6, ref, 0, &j), S(15, 9, 2000));
-  EXPECT_EQ(j, -1);
-  EXPECT_EQ(schedule_date(S(14, 9, 2000), 0, 6, ref, 0, &j), S(15, 3, 2000));
-  EXPECT_EQ(j, -2);
-  EXPECT_EQ(schedule_date(S(10, 3, 2001), 1, 6, ref, 0, &j), ref);
-  EXPECT_EQ(schedule_date(S(1, 1, 2001), 0, 0, ref, 0, &j), -1);  // no period
-}
-
-TEST(ScheduleDate, MonthEndReferenceWithTheFlag) {
-  const int32_t ref = S(31, 8, 2000);
-  EXPECT_EQ(schedule_date(S(1, 3, 2001), 0, 6, ref, 1, nullptr), S(28, 2, 2001));
-  EXPECT_EQ(schedule_date(S(27, 2, 2001), 0, 6, ref, 1, nullptr), ref);
-  EXPECT_EQ(schedule_date(S(1, 3, 2001), 1, 6, ref, 1, nullptr), S(31, 8, 2001));
-  EXPECT_EQ(schedule_date(S(1, 3, 2001), 1, 6, ref, 0, nullptr), S(31, 8, 2001));
+TEST(MonthsBetween, WholeMonthsTowardZeroAndExactness) {
+  const struct {
+    int32_t from, to, eom, months, exact;
+  } rows[] = {
+      {S(31, 1, 2001), S(28, 2, 2001), 0, 1, 1},  // month end matches
+      {S(15, 1, 2001), S(14, 2, 2001), 0, 0, 0},  {S(15, 1, 2001), S(16, 2, 2001), 0, 1, 0},
+      {S(15, 3, 2001), S(15, 1, 2001), 0, -2, 1}, {S(15, 3, 2001), S(16, 1, 2001), 0, -1, 0},
+      {S(15, 3, 2001), S(10, 3, 2001), 0, 0, 0},
+      // 30 April to 31 May: a month and a day, or exactly one with the flag.
+      {S(30, 4, 2001), S(31, 5, 2001), 0, 1, 0},  {S(30, 4, 2001), S(31, 5, 2001), 1, 1, 1},
+      // With the flag 28 February 2001 counts as the 31st.
+      {S(28, 2, 2001), S(30, 3, 2001), 1, 0, 0},  {S(28, 2, 2001), S(31, 3, 2001), 1, 1, 1},
+  };
+  for (const auto& r : rows) {
+    int32_t exact = -1;
+    EXPECT_EQ(months_between(r.from, r.to, r.eom, &exact), r.months) << r.from << " " << r.to;
+    EXPECT_EQ(exact, r.exact) << r.from << " " << r.to;
+  }
 }
 
 // Property: the k = 0 date is the last schedule date on or before the date and
 // the k = 1 date the first after it, checked against a brute-force walk over
 // reference + j * period months, for mid-month and month-end references.
 TEST(ScheduleDate, AgreesWithABruteForceWalk) {
+  int32_t j = 0;  // the index counts periods from the reference
+  EXPECT_EQ(schedule_date(S(10, 1, 2001), 0, 6, S(15, 3, 2001), 0, &j), S(15, 9, 2000));
+  EXPECT_EQ(j, -1);
+  EXPECT_EQ(schedule_date(S(1, 1, 2001), 0, 0, S(15, 3, 2001), 0, &j), -1);  // no period
   const int32_t refs[] = {S(15, 3, 2001), S(31, 8, 2000), S(30, 11, 1999), S(29, 2, 2004),
                           S(1, 1, 2002)};
   const int32_t periods[] = {1, 3, 6, 12};
@@ -135,36 +79,18 @@ TEST(ScheduleDate, AgreesWithABruteForceWalk) {
 }
 
 // 2001 calendar: 1 January was a Monday, 1 September a Saturday.
-TEST(NthWeekday, FindsMarketHolidayDates) {
-  EXPECT_EQ(nth_weekday_of_month(3, kMonday, 1, 2001, 0), S(15, 1, 2001));    // MLK day
-  EXPECT_EQ(nth_weekday_of_month(3, kMonday, 2, 2001, 0), S(19, 2, 2001));    // Presidents' day
-  EXPECT_EQ(nth_weekday_of_month(1, kMonday, 9, 2001, 0), S(3, 9, 2001));     // Labor day
+TEST(NthWeekday, MarketHolidayDates) {
+  EXPECT_EQ(nth_weekday_of_month(3, kMonday, 1, 2001, 0), S(15, 1, 2001));      // MLK day
   EXPECT_EQ(nth_weekday_of_month(4, kThursday, 11, 2001, 0), S(22, 11, 2001));  // Thanksgiving
-  EXPECT_EQ(nth_weekday_of_month(1, kSaturday, 9, 2001, 0), S(1, 9, 2001));
-  EXPECT_EQ(nth_weekday_of_month(5, kMonday, 2, 2001, 0), 0);  // no fifth Monday
   EXPECT_EQ(nth_weekday_of_month(5, kFriday, 8, 2001, 0), S(31, 8, 2001));
-  EXPECT_EQ(nth_weekday_of_month(0, kMonday, 2, 2001, 0), 0);
+  EXPECT_EQ(nth_weekday_of_month(5, kMonday, 2, 2001, 0), 0);  // no fifth Monday
   EXPECT_EQ(nth_weekday_of_month(1, 9, 2, 2001, 0), 0);
-  EXPECT_EQ(nth_weekday_of_month(1, kMonday, 13, 2001, 0), 0);
-}
-
-TEST(NthWeekday, OtherWeekdayMovesPastIt) {
-  // The first Monday that follows the first Saturday of the month: in
-  // October 2001 (1 October a Monday, 6 October a Saturday) that is 8 October;
-  // in September 2001 (Saturday the 1st) it is the first Monday, 3 September.
+  // The first Monday after the first Saturday: 8 October, and 3 September
+  // when the month starts on a Saturday.
   EXPECT_EQ(nth_weekday_of_month(1, kMonday, 10, 2001, kSaturday), S(8, 10, 2001));
   EXPECT_EQ(nth_weekday_of_month(1, kMonday, 9, 2001, kSaturday), S(3, 9, 2001));
-  EXPECT_EQ(nth_weekday_of_month(1, kMonday, 10, 2001, kMonday), S(1, 10, 2001));
-}
-
-TEST(LastWeekday, FindsTheLastOfAMonth) {
-  EXPECT_EQ(last_weekday_of_month(kMonday, 5, 2001, 0), S(28, 5, 2001));   // 31 May a Thursday
-  EXPECT_EQ(last_weekday_of_month(kThursday, 5, 2001, 0), S(31, 5, 2001));
-  EXPECT_EQ(last_weekday_of_month(kFriday, 5, 2001, 0), S(25, 5, 2001));
-  EXPECT_EQ(last_weekday_of_month(kMonday, 8, 2001, 0), S(27, 8, 2001));
-  EXPECT_EQ(last_weekday_of_month(kSaturday, 6, 2001, 0), S(30, 6, 2001));
-  // With a Friday as the other weekday the Monday must be followed by a
-  // Friday of the same month: May 2001 ends on a Thursday.
+  EXPECT_EQ(last_weekday_of_month(kMonday, 5, 2001, 0), S(28, 5, 2001));  // 31 May a Thursday
+  // A last Monday that a Friday of the same month must follow.
   EXPECT_EQ(last_weekday_of_month(kMonday, 5, 2001, kFriday), S(21, 5, 2001));
   EXPECT_EQ(last_weekday_of_month(kMonday, 13, 2001, 0), -1);
 }

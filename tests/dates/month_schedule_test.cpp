@@ -22,20 +22,6 @@ const int32_t kAnchors[] = {S(31, 8, 2034), S(28, 2, 2035), S(29, 2, 2032), S(30
                             S(15, 11, 2034), S(30, 11, 2034), S(31, 1, 2031), S(20, 3, 2028)};
 const int32_t kMonthsPerPeriod[] = {1, 2, 3, 4, 6, 12};
 
-TEST(MonthSchedule, ClampsMonthEndsLikeAddMonths) {
-  // 31 August without the end-of-month rule: February clamps, August returns to the 31st.
-  const MonthSchedule plain(S(31, 8, 2034), 6, 0);
-  EXPECT_EQ(plain.date(0), S(31, 8, 2034));
-  EXPECT_EQ(plain.date(-1), S(28, 2, 2034));
-  EXPECT_EQ(plain.date(-2), S(31, 8, 2033));
-  EXPECT_EQ(plain.date(-5), S(29, 2, 2032));
-  // 30 November with the rule follows month ends; without it stays on the 30th.
-  EXPECT_EQ(MonthSchedule(S(30, 11, 2034), 6, 1).date(-1), S(31, 5, 2034));
-  EXPECT_EQ(MonthSchedule(S(30, 11, 2034), 6, 0).date(-1), S(30, 5, 2034));
-  // A mid-month reference ignores the rule.
-  EXPECT_EQ(MonthSchedule(S(15, 11, 2034), 3, 1).date(-1), S(15, 8, 2034));
-}
-
 TEST(MonthSchedule, BracketsEveryDateByConsecutiveScheduleDates) {
   for (const int32_t anchor : kAnchors) {
     for (const int32_t months : kMonthsPerPeriod) {
@@ -45,8 +31,7 @@ TEST(MonthSchedule, BracketsEveryDateByConsecutiveScheduleDates) {
           int32_t j0 = 0, j1 = 0;
           const int32_t before = grid.around(d, 0, &j0);
           const int32_t after = grid.around(d, 1, &j1);
-          ASSERT_LE(before, d) << anchor << " " << months << " " << eom << " " << d;
-          ASSERT_GT(after, d) << anchor << " " << months << " " << eom << " " << d;
+          ASSERT_TRUE(before <= d && after > d) << anchor << " " << months << " " << eom << " " << d;
           ASSERT_EQ(j1, j0 + 1);
           ASSERT_EQ(grid.date(j0), before);
           ASSERT_EQ(grid.date(j1), after);

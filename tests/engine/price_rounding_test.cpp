@@ -22,12 +22,14 @@ TEST(PriceRounding, WholeThousandthsSurviveTruncation) {
   EXPECT_EQ(failures, 0);
 }
 
-TEST(PriceRounding, TruncatesBelowTheThousandth) {
-  // 101.12599 truncates to 101.125; 101.1259999999 is cleaned at 8 decimals
-  // to 101.126 first.
+TEST(PriceRounding, EachMarketsQuotation) {
+  EXPECT_DOUBLE_EQ(round_price_by_type(101.2345675, 1), 101.234568);  // US government: 6 decimals
+  // Municipals and corporates: cleaned at the eighth decimal, then cut to three.
   EXPECT_EQ(round_price_by_type(101.12599, 2), 101.125);
   EXPECT_EQ(round_price_by_type(101.1259999999, 3), 101.126);
-  EXPECT_EQ(round_price_by_type(-1.0, 16), -1.0);
+  EXPECT_DOUBLE_EQ(round_price_by_type(99.9999999996, 16), 100.0);
+  EXPECT_DOUBLE_EQ(round_price_by_type(98.765432, 380), 98.76543);  // South Africa: 5
+  EXPECT_EQ(round_price_by_type(101.23456789, 40), 101.23456789);  // everyone else: as computed
 }
 
 TEST(PriceRounding, FailureValueOfAMunicipalPrice) {
