@@ -25,6 +25,7 @@ TEST(BondErrors, EachSpoiledDescriptionIsError1) {
       {"frequency 5", [](QuotedBond& b) { b.frequency = {5}; }},
       {"dated after first coupon",
        [](QuotedBond& b) { b.dated = ymd(2025, 7, 1), b.first = ymd(2025, 6, 15); }},
+      {"negative dated date", [](QuotedBond& b) { b.dated = -3; }},
       {"factor above 1",
        [](QuotedBond& b) {
          b.factor = 1.5, b.sink_dates = {ymd(2027, 6, 15)}, b.sink_amounts = {0.1};
