@@ -49,31 +49,20 @@ struct BadCase {
 };
 
 TEST(FrnBadInput, EveryAnalyticReportsTheCode) {
-  static const int32_t bad_frequency = 5, bad_day_count = 6, bad_adjustment = 8, negative_code = -1,
+  static const int32_t bad_frequency = 5, bad_day_count = 6, bad_adjustment = 8,
                        bad_holiday_option = 3, bad_pay = 2, negative_holding = -2;
   static const double negative_tax = -0.1, zero_redemption = 0.0;
   static const int32_t late_previous = ymd(2026, 3, 2);
   const BadCase cases[] = {
       {"no rates", [](Note& n) { n.rates.clear(); n.rate_dates.clear(); }, 60},
       {"negative rate", [](Note& n) { n.rates = {-0.01}; }, 250},
-      {"rate not a number", [](Note& n) { n.rates = {std::nan("")}; }, 250},
-      {"first rate date before day 1", [](Note& n) { n.rate_dates = {0}; }, 150},
-      {"rate dates not increasing",
-       [](Note& n) { n.rates = {0.05, 0.05}; n.rate_dates = {ymd(2026, 1, 1), ymd(2026, 1, 1)}; }, 160},
       {"settlement 0", [](Note& n) { n.settlement = 0; }, 150},
-      {"maturity on settlement", [](Note& n) { n.maturity = n.settlement; }, 160},
-      {"maturity before settlement", [](Note& n) { n.maturity = n.settlement - 1; }, 160},
-      {"coupon date before day 1", [](Note& n) { n.coupon_dates = {-5, ymd(2026, 6, 15)}; }, 150},
       {"coupon dates not increasing", [](Note& n) { n.coupon_dates = {ymd(2026, 6, 15), ymd(2026, 6, 1)}; }, 160},
       {"coupon date after maturity", [](Note& n) { n.coupon_dates = {ymd(2031, 1, 1)}; }, 160},
       {"previous coupon after settlement", [](Note& n) { n.previous_coupon = &late_previous; }, 160},
-      {"holidays not increasing", [](Note& n) { n.holidays = {ymd(2026, 5, 1), ymd(2026, 4, 1)}; }, 160},
-      {"holiday before day 1", [](Note& n) { n.holidays = {-1}; }, 150},
       {"frequency", [](Note& n) { n.frequency = &bad_frequency; }, 301},
       {"day count", [](Note& n) { n.day_count = &bad_day_count; }, 300},
       {"adjustment code", [](Note& n) { n.adjustment_code = &bad_adjustment; }, 302},
-      {"negative adjustment code", [](Note& n) { n.adjustment_code = &negative_code; }, 302},
-      {"holiday option", [](Note& n) { n.holiday_options = &bad_holiday_option; }, 304},
       {"unknown type", [](Note& n) { n.type = 77777777; }, 901},
       {"pay flag", [](Note& n) { n.pay_on_business_day = &bad_pay; }, 305, true},
       {"negative holding", [](Note& n) { n.holding = &negative_holding; }, 460, true},
