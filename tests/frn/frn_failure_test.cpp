@@ -80,7 +80,7 @@ TEST(FrnBadInput, EveryAnalyticReportsTheCode) {
 
 TEST(FrnBadInput, MissingArraysMarketInputsAndMargins) {
   const int32_t m = ymd(2030, 6, 15), s = ymd(2026, 3, 1), rate_date = ymd(2025, 12, 15), bad_frequency = 5;
-  const double rate = 0.05, zero = 0.0, negative = -1.0, nan = std::nan("");
+  const double rate = 0.05, negative = -1.0, nan = std::nan("");
   const Note note;
   int32_t* dates = nullptr;
   // Accrued interest without rate dates, with a coupon count but no dates, with a holiday count but no holidays.
@@ -99,10 +99,8 @@ TEST(FrnBadInput, MissingArraysMarketInputsAndMargins) {
       {"yield NaN", [&](int32_t* e) { return note.price(nan, e); }, -1.0, 250},
       // No discount factor at a yield of -2 with two periods a year.
       {"yield -2", [&](int32_t* e) { return note.price(-2.0, e); }, -1.0, 1},
-      {"zero price", [&](int32_t* e) { return note.yield(0.0, e); }, -1.0, 350},
       {"negative price", [&](int32_t* e) { return note.yield(-5.0, e); }, -1.0, 350},
       {"price NaN", [&](int32_t* e) { return note.yield(nan, e); }, -1.0, 350},
-      {"zero basis-point divisor", [&](int32_t* e) { return note.value_bp(0.05, &zero, e); }, -999.0, 1},
       {"negative 32nd divisor", [&](int32_t* e) { return note.value_32(0.05, &negative, e); }, -999.0, 1},
       {"NaN basis-point divisor", [&](int32_t* e) { return note.value_bp(0.05, &nan, e); }, -999.0, 1},
       {"simple margin, bad frequency", [&](int32_t* e) {

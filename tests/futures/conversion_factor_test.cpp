@@ -235,10 +235,8 @@ TEST(ConversionFactor, UsQuarterlyAndMonthlyMethodsMatchTheCmeFormula) {
       {"February 2000", {0.0725, serial(2022, 11, 15), serial(2000, 2, 29), 0}, 0.08, 273, true},
       {"March 2000", {0.0725, serial(2022, 11, 15), serial(2000, 3, 1), 0}, 0.06, 272, true},
       // Contracts 70 and 71: 6.5 % whatever the date.
-      {"contract 70", {0.07, serial(2008, 2, 15), serial(1999, 9, 1), 70}, 0.065, 101, true},
       {"contract 71", {0.07, serial(2008, 8, 31), serial(2003, 9, 1), 71}, 0.065, 59, false},
       // Montreal CGB: 9 % before the June 2000 contract, 6 % from it.
-      {"CGB March 2000", {0.0575, serial(2009, 12, 1), serial(2000, 3, 1), 7}, 0.09, 117, true},
       {"CGB June 2000", {0.0575, serial(2009, 12, 1), serial(2000, 6, 1), 7}, 0.06, 114, true},
   };
   for (Rounded c : cases) {

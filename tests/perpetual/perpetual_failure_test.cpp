@@ -24,7 +24,6 @@ TEST(PerpetualFailures, InconsistentDescriptionsAreErrorOne) {
       {"frequency 5", [](PerpetualBond& b) { b.frequency = &frequency_five; }},
       {"dated date after settlement", [](PerpetualBond& b) { b.dated = &after_settlement; }},
       {"holidays counted, none given", [](PerpetualBond& b) { b.n_holidays = 2; }},
-      {"settlement invalid", [](PerpetualBond& b) { b.settlement = -5; }},
   };
   for (const Case& c : cases) {
     PerpetualBond bond;
