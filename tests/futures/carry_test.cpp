@@ -106,40 +106,27 @@ TEST(CarryMeasures, CouponInsideThePeriod) {
       {&whole_period, ai_e - ai_s + 2.5 - a * r * 91.0 / 360.0},       // A r 91/360, no compounding
       {&continuous, ai_e - ai_s + 2.5 * std::exp(rc * 47.0 / 360.0) - a * (std::exp(rc * 91.0 / 360.0) - 1.0)},
   };
+  const double cf = 0.9123, negative = -1.0, reinvest_at = 0.01;
   for (const auto& [mode, expected] : modes) {
+    SCOPED_TRACE(*mode);
     bond.mode = mode;
-    EXPECT_NEAR(bond.carry(end, price, r), expected, 1e-10) << *mode;
+    EXPECT_NEAR(bond.carry(end, price, r), expected, 1e-10);
+    // The forward is the price less the carry and the implied futures price
+    // at factor 1 (a negative reinvestment rate means the repo rate); the
+    // net basis at the implied futures price vanishes.
+    const double forward = bond.forward(end, price, r), implied = bond.implied_futures(end, price, r, cf, nullptr);
+    EXPECT_NEAR(forward, price - expected, 1e-10);
+    EXPECT_DOUBLE_EQ(bond.implied_futures(end, price, r, 1.0, &negative), forward);
+    EXPECT_NEAR(implied, forward / cf, 1e-12);
+    EXPECT_NEAR(bond.net_basis(end, price, r, implied, cf), 0.0, 1e-10);
+    // The implied repo gives back the rate (to the solver's 1e-6 of face),
+    // negative rates and a separate reinvestment rate included.
+    for (double rate : {r, -0.02}) {
+      const double futures = bond.implied_futures(end, price, rate, cf, &reinvest_at);
+      EXPECT_NEAR(bond.implied_repo(end, price, futures, cf, &reinvest_at), rate, 2e-5) << rate;
+    }
     EXPECT_EQ(bond.error, 0);
   }
-}
-
-TEST(CarryMeasures, IdentitiesBetweenTheMeasures) {
-  CarryBond bond;
-  bond.settlement = serial(2010, 4, 1);
-  const int32_t delivery = serial(2010, 6, 30), continuous = 5;
-  const double price = 99.75, repo = 0.035, cf = 0.9123, futures = 108.5, negative = -1.0, reinvest = 0.01;
-  const double forward = bond.forward(delivery, price, repo);
-  ASSERT_EQ(bond.error, 0);
-  // Forward = implied futures price at factor 1; a negative reinvestment rate means the repo rate.
-  EXPECT_DOUBLE_EQ(bond.implied_futures(delivery, price, repo, 1.0, nullptr), forward);
-  EXPECT_DOUBLE_EQ(bond.implied_futures(delivery, price, repo, 1.0, &negative), forward);
-  EXPECT_NEAR(bond.carry(delivery, price, repo), price - forward, 1e-12);
-  EXPECT_NEAR(bond.net_basis(delivery, price, repo, futures, cf), forward - futures * cf, 1e-12);
-  const double implied = bond.implied_futures(delivery, price, repo, cf, nullptr);
-  EXPECT_NEAR(implied, forward / cf, 1e-12);
-  EXPECT_EQ(bond.error, 0);
-  // At the implied futures price the net basis vanishes and the implied
-  // repo gives back the repo rate (to the solver's 1e-6 of face), also for
-  // negative rates and with a separate reinvestment rate in continuous mode.
-  EXPECT_NEAR(bond.net_basis(delivery, price, repo, implied, cf), 0.0, 1e-10);
-  for (double rate : {repo, -0.02}) {
-    const double at_rate = bond.implied_futures(delivery, price, rate, cf, nullptr);
-    EXPECT_NEAR(bond.implied_repo(delivery, price, at_rate, cf, nullptr), rate, 2e-5);
-    EXPECT_EQ(bond.error, 0);
-  }
-  bond.mode = &continuous;
-  const double implied_c = bond.implied_futures(delivery, price, 0.06, cf, &reinvest);
-  EXPECT_NEAR(bond.implied_repo(delivery, price, implied_c, cf, &reinvest), 0.06, 2e-5);
 }
 
 TEST(CarryMeasures, LastGridDateBeyondTheLastSerial) {

@@ -155,7 +155,6 @@ TEST(ConversionFactor, MatchesTheExchangesRules) {
       // Price-based contracts, each settling on a coupon date.
       {"Euro-Bund, Thursday 10 March 2005", {0.05, serial(2014, 3, 10), serial(2005, 3, 1), 15},
        round_to(annuity_price(0.05, 0.06, 2, 18), 6)},
-      {"Euro-Bund at the notional coupon", {0.06, serial(2014, 3, 10), serial(2005, 3, 1), 15}, 1.0},
       {"MEFF 15-year, later delivery given", {0.0525, serial(2025, 6, 16), serial(2005, 6, 16), 11},
        round_to(annuity_price(0.0525, 0.065, 1, 20), 7)},
       {"Belfox, Thursday 30 June 2005", {0.0575, serial(2014, 6, 30), serial(2005, 6, 20), 25},
@@ -232,16 +231,12 @@ TEST(ConversionFactor, UsQuarterlyAndMonthlyMethodsMatchTheCmeFormula) {
   }
   struct Rounded { const char* what; FactorCall call; double notional; int32_t months; bool quarterly; } const cases[] = {
       {"130 months, check off", {0.06, serial(2021, 1, 1), serial(2010, 3, 10), 0, nullptr, &kOff}, 0.06, 130, true},
-      {"100 months, check off", {0.06, serial(2018, 7, 1), serial(2010, 3, 10), 0, nullptr, &kOff}, 0.06, 100, true},
       // The notional went from 8 % to 6 % with the March 2000 contracts.
       {"February 2000", {0.0725, serial(2022, 11, 15), serial(2000, 2, 29), 0}, 0.08, 273, true},
       {"March 2000", {0.0725, serial(2022, 11, 15), serial(2000, 3, 1), 0}, 0.06, 272, true},
-      {"notional override, a quarter left", {0.05, serial(2018, 11, 15), serial(2010, 6, 1), 60, &kFive}, 0.05, 101, true},
       // Contracts 70 and 71: 6.5 % whatever the date.
-      {"contract 70", {0.07, serial(2008, 2, 15), serial(1999, 9, 1), 70}, 0.065, 101, true},
       {"contract 71", {0.07, serial(2008, 8, 31), serial(2003, 9, 1), 71}, 0.065, 59, false},
       // Montreal CGB: 9 % before the June 2000 contract, 6 % from it.
-      {"CGB March 2000", {0.0575, serial(2009, 12, 1), serial(2000, 3, 1), 7}, 0.09, 117, true},
       {"CGB June 2000", {0.0575, serial(2009, 12, 1), serial(2000, 6, 1), 7}, 0.06, 114, true},
   };
   for (Rounded c : cases) {
@@ -287,11 +282,9 @@ TEST(ConversionFactorErrors, BasketsDatesNotionalsAndContracts) {
       {"JGB zero notional", {0.06, serial(2014, 3, 20), serial(2005, 3, 25), 4, &kZero}, 920},
       {"MEFF notional of -1", {0.09, serial(2008, 7, 30), serial(1999, 7, 31), 10, &minus_one}, 920},
       {"medium gilt 10.5 years", {0.08, serial(2010, 12, 7), serial(2000, 6, 15), 22}, 910},
-      {"old long gilt 9.8 years", {0.08, serial(2007, 3, 15), serial(1997, 6, 1), 2}, 910},
       {"BTP 10.4 years before 1999", {0.0775, serial(2008, 11, 1), serial(1998, 6, 1), 45}, 910},
       {"BTP negative notional", {0.0775, serial(2008, 11, 1), serial(1998, 6, 1), 45, &negative}, 920},
       {"U.S. NaN notional", {0.05, serial(2018, 11, 15), serial(2010, 6, 1), 60, &nan}, 920},
-      {"U.S. zero notional", {0.04, serial(2014, 6, 16), serial(2005, 6, 1), 0, &kZero}, 920},
       {"Porto 11 years", {0.05, serial(2016, 6, 16), serial(2005, 6, 1), 55}, 910},
       // "Not more than 10 years": 120 months and a part month is out; the bond basket starts at 180.
       {"121 months", {0.06, serial(2020, 3, 2), serial(2010, 3, 10), 0}, 910},
@@ -299,8 +292,6 @@ TEST(ConversionFactorErrors, BasketsDatesNotionalsAndContracts) {
       {"130 months, check on", {0.06, serial(2021, 1, 1), serial(2010, 3, 10), 0, nullptr, &on}, 910},
       // The two-year basket is 21 months up to, not including, 25.
       {"2-year 25 months", {0.06, serial(2012, 4, 1), serial(2010, 3, 1), 1}, 910},
-      {"2-year 20 and a part month", {0.06, serial(2011, 11, 30), serial(2010, 3, 1), 1}, 910},
-      {"5-year 119 months", {0.07, serial(2013, 8, 31), serial(2003, 9, 1), 71}, 910},
       {"CGB 31 quarters", {0.0575, serial(2008, 5, 31), serial(2000, 6, 1), 7}, 910},
       {"CGB on the first of the month", {0.0575, serial(2000, 6, 1), serial(2000, 6, 1), 7, nullptr, &kOff}, 160},
       {"delivery before day 1", {0.06, serial(2030, 2, 15), -5, 0}, 150},
@@ -309,7 +300,6 @@ TEST(ConversionFactorErrors, BasketsDatesNotionalsAndContracts) {
       {"monthly method: 15th after maturity", {0.06, serial(2010, 3, 10), serial(2010, 3, 1), 1, nullptr, &kOff}, 160},
       {"coupon not a number", {nan, serial(2030, 2, 15), serial(2010, 3, 1), 0}, 1},
       {"contract -1", {0.06, serial(2030, 2, 15), serial(2010, 3, 1), -1}, 900},
-      {"contract 1000", {0.06, serial(2030, 2, 15), serial(2010, 3, 1), 1000}, 900},
   };
   for (Bad c : cases) {
     EXPECT_EQ(c.call.run(), -1.0) << c.what;
