@@ -319,34 +319,5 @@ TEST(Evaluators, RefusedShapesAndVanishingDenominators) {
   }
 }
 
-// The final-period rules read only the type, periods left, the simple-final
-// flag, days to maturity, accrual basis, settlement and yield-method argument.
-TEST(FinalPeriodMethod, ByMarketPeriodsLeftAndDate) {
-  struct Row {
-    int32_t type, periods, simple_final, days, basis, settlement, arg, method;
-  };
-  const int32_t s = serial(1, 6, 2005);
-  const Row rows[] = {
-      {0, 1, 1, 100, 0, s, 0, 1},    {0, 1, 0, 100, 0, s, 0, 0},    {0, 2, 1, 300, 0, s, 0, 0},
-      {1050, 1, 1, 100, 0, s, 0, 1}, {285, 2, 1, 300, 0, s, 0, 0},  // custom, Spanish variant
-      {370, 3, 1, 1000, 0, s, 0, 2}, {700, 1, 1, 100, 0, s, 0, 1},  {700, 1, 0, 100, 0, s, 0, 2},
-      {280, 2, 1, 376, 0, s, 0, 3},  {281, 2, 1, 377, 0, s, 0, 4},  {280, 2, 0, 376, 0, s, 0, 4},
-      {280, 2, 1, 377, 5, s, 0, 2},  {281, 2, 1, 377, 0, s, 1, 0},  {284, 2, 1, 376, 0, s, 0, 3},
-      {286, 2, 1, 377, 0, s, 0, 0},  {286, 2, 1, 377, 5, s, 0, 2},
-      {280, 2, 1, 377, 0, serial(9, 5, 1999), 0, 0}, {280, 2, 1, 377, 0, serial(10, 5, 1999), 0, 4},
-  };
-  for (const Row& r : rows) {
-    bond_desc d;
-    d.type = r.type;
-    d.whole_periods = r.periods;
-    d.simple_final = r.simple_final;
-    d.settlement = r.settlement;
-    d.maturity = r.settlement + r.days;
-    d.accrual_basis = r.basis;
-    d.yield_method_arg = r.arg;
-    EXPECT_EQ(final_period_method(d), r.method) << r.type << " " << r.periods << " " << r.days;
-  }
-}
-
 }  // namespace
 }  // namespace kbond::engine
