@@ -42,7 +42,7 @@ TEST(KVLbcustom, ArgumentsOutsideTheirSetsAreRefused) {
 
 TEST(CustomTypeCatalogue, LookupsReadTheSlot) {
   const int32_t thirty = 1, eom_off = 0, monthly = 12, annual = 1, extra = 1, mm = 365, xdays = -7,
-                cap = 1, braess = 2, three = 3;
+                cap = 1;
   CustomTypeInput in;
   in.accrual_basis = &thirty;
   in.eom = &eom_off;
@@ -67,15 +67,6 @@ TEST(CustomTypeCatalogue, LookupsReadTheSlot) {
     EXPECT_TRUE(bond_type_adjust_accrual_days(&d, 1012, 0, regular, 12, 0.05));
     EXPECT_DOUBLE_EQ(d, adjusted);
   }
-  CustomTypeInput method;
-  method.yield_method = &braess;
-  method.exdiv_days = &three;
-  ASSERT_EQ(define(1013, method), 1013);
-  EXPECT_EQ(bond_type_yield_method(1013, 0), 2);
-  EXPECT_EQ(bond_type_yield_method(1013, -1), 0);
-  // Three business days back from Fri 7 Jun 2002: Thu 6, Wed 5, Tue 4.
-  EXPECT_EQ(bond_type_exdiv_date(coupon, 1013, dates::BusinessCalendar{}, nullptr),
-            civil_serial(2002, 6, 4));
 }
 
 TEST(LibraryVersion, TextStandsBehindItsMarker) {

@@ -79,7 +79,6 @@ void actual_365(bond_desc& d) {
 }
 
 double clean(const bond_desc& d, double dirty) { return (dirty - d.accrued) * 100.0; }
-double price_of(TestBond b, double y) { return price(b.describe(), y); }
 std::function<double(const bond_desc&, double)> is(double value) {
   return [value](const bond_desc&, double) { return value; };
 }
@@ -171,11 +170,6 @@ std::vector<Case> cases() {
       // 1% to 20 Mar 2027 then 2%: 0.005 + 3 x 0.005 + 6 x 0.01 = 0.08 of coupons.
       {"japanese simple yield stepped", stepped(0.01, 0.02, serial(20, 3, 2027), jgb()), jgb_days,
        0.012, is(108.0 / 1.06)},
-      {"override -2 selects the japanese simple yield", ten_year(500, -2), nullptr, 0.04,
-       [](const bond_desc& d, double y) {
-         const double t = dates::year_fraction(d.settlement, d.maturity, 0);
-         return (100.0 + 5.0 * t) / (1.0 + y * t);
-       }},
       // r = 0.025, t = 0.5: d1 = 1/1.0125,
       // dirty = d1 (0.03 + 0.03/1.025 + 0.03/1.025^2 + 1.03/1.025^3).
       {"moosmuller", german(830), quarter_year, 0.05, is(101.63877706825193)},
@@ -186,10 +180,6 @@ std::vector<Case> cases() {
       {"spanish 376 days: chained simple interest", spanish(376), nullptr, 0.04,
        is(100.92903509177549), 3},
       {"spanish 377 days: compound", spanish(377), nullptr, 0.04, is(100.98937817037621), 4},
-      {"spanish chained ex-dividend", spanish(376), go_ex_dividend, 0.04,
-       [](const bond_desc& d, double y) {
-         return clean(d, 1.05 / (1.0 + 11.0 / 360.0 * y) / (1.0 + 365.0 / 360.0 * y));
-       }},
       // Tuesday 25 Dec 2029 maturity is paid 26 Dec, 366 days after the coupon before.
       {"spanish chained to a holiday maturity",
        make(280, 1, 0.05, serial(25, 12, 2029) - 376, serial(25, 12, 2029)), nullptr, 0.04,
@@ -228,8 +218,6 @@ std::vector<Case> cases() {
        }},
       {"discount tax below par", taxed(ten_year(), 0.0, 0.125), nullptr, 0.08,
        [](const bond_desc& d, double y) { return after_gains_tax(d, y, 0.125); }},
-      {"discount tax: none at par", taxed(ten_year(), 0.0, 0.125), nullptr, 0.049,
-       [](const bond_desc&, double y) { return price_of(ten_year(), y); }},
       {"coupon tax rate on the gain when maturity is before the horizon",
        taxed(ten_year(), 0.2, 0.125), [](bond_desc& d) { d.horizon_date = d.maturity + 1; }, 0.07,
        [](const bond_desc& d, double y) { return after_gains_tax(d, y, 0.2); }},
