@@ -49,17 +49,6 @@ TEST(BusinessDays, AdjustmentConventions) {
   }
 }
 
-TEST(FindHolidayIndex, BisectsFromTheStartIndex) {
-  const int32_t h[] = {100, 200, 300, 400};
-  EXPECT_EQ(find_holiday_index(h, 250, 4, 0), 1);
-  EXPECT_EQ(find_holiday_index(h, 300, 4, 0), 2);
-  EXPECT_EQ(find_holiday_index(h, 99, 4, 0), -1);
-  EXPECT_EQ(find_holiday_index(h, 250, 4, 2), -1);  // h[2] is already after
-  EXPECT_EQ(find_holiday_index(h, 250, 4, -5), 1);
-  EXPECT_EQ(find_holiday_index(h, 250, 4, 4), -2);
-  EXPECT_EQ(find_holiday_index(nullptr, 250, 4, 0), -2);
-}
-
 // Property: jumping whole weeks gives exactly what walking one business day
 // at a time gives, forward and backward, from business days, weekends and
 // holidays, with holidays on weekends and a repeated entry in the list.
