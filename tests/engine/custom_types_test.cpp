@@ -1,13 +1,17 @@
 // User-customised bond types (KVLbcustom), the catalogue's reading of
-// them, and the library version. Each test uses its own custom codes: the
-// table is process-wide.
+// them, the lock over them, and the library version. Each test uses its own
+// custom codes: the table is process-wide.
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <string_view>
+#include <thread>
 
 #include "civil_serial.h"
 #include "engine/catalogue.h"
 #include "engine/custom_types.h"
+#include "engine/type_lock.h"
 #include "k_bond.h"
 
 namespace kbond::engine {
@@ -67,6 +71,34 @@ TEST(CustomTypeCatalogue, LookupsReadTheSlot) {
     EXPECT_TRUE(bond_type_adjust_accrual_days(&d, 1012, 0, regular, 12, 0.05));
     EXPECT_DOUBLE_EQ(d, adjusted);
   }
+}
+
+// Readers and a writer never overlap, whichever gets in first. The pause
+// only makes it likely that the writer arrives while a reader is inside and
+// that the next reader arrives while the writer waits.
+TEST(TypeLock, ReadersAndAWriterNeverOverlap) {
+  KVLbond_initMT();
+  const int32_t custom = 1000;
+  std::atomic<int> readers{0};
+  std::atomic<bool> writing{false};
+  const auto pause = [] { std::this_thread::sleep_for(std::chrono::milliseconds(20)); };
+  ASSERT_EQ(reader_lock(&custom), 1);
+  ++readers;
+  std::thread writer([&] {
+    ASSERT_EQ(writer_lock(), 1);
+    EXPECT_EQ(readers.load(), 0);
+    writing = true;
+    pause();
+    writing = false;
+    writer_unlock();
+  });
+  pause();
+  --readers;
+  reader_unlock();
+  EXPECT_EQ(reader_lock(&custom), 1);
+  EXPECT_FALSE(writing.load());
+  reader_unlock();
+  writer.join();
 }
 
 TEST(LibraryVersion, TextStandsBehindItsMarker) {
