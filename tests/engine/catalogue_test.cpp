@@ -52,10 +52,6 @@ TEST(CatalogueConventions, DayCountsSwitchOnTheirDates) {
   EXPECT_EQ(bond_type_mm_basis(260, k31Dec1998), 365);
   EXPECT_EQ(bond_type_mm_basis(260, k1Jan1999), 360);
   EXPECT_EQ(bond_type_mm_basis(40, k1Jan1999), 365);
-  // Danish pre-EMU codes retire on 8 Feb 2001.
-  EXPECT_EQ(apply_danish_rule(303, civil_serial(2001, 2, 7)), 303);
-  EXPECT_EQ(apply_danish_rule(303, civil_serial(2001, 2, 8)), 301);
-  EXPECT_EQ(apply_danish_rule(302, 0), 300);
 }
 
 TEST(CatalogueConventions, YieldMethodOverridesOnlyForNegativeArguments) {
@@ -150,21 +146,6 @@ TEST(ExDividendDate, EachMarketsRule) {
   CustomType record;
   record.exdiv_days = 0;
   EXPECT_EQ(bond_type_exdiv_date(fri7jun02, 40, none, &record), fri7jun02);
-}
-
-TEST(CatalogueLookup, VariantCodesAndGaps) {
-  // 82 is the variant of 80 and 83 of 81 (not 81 of 80); the same crossing
-  // holds for the Italian and Spanish pairs.
-  const int32_t pairs[][2] = {{81, 81}, {82, 80}, {83, 81}, {262, 260}, {263, 261},
-                              {282, 280}, {283, 281}, {11, 1}, {41, 40}};
-  for (const auto& p : pairs) EXPECT_EQ(bond_type_base(p[0]), p[1]) << p[0];
-  for (int32_t code : {10, 14, 15, 18, 19, 23, 999}) {
-    EXPECT_EQ(bond_type_base(code), -1) << code;
-    EXPECT_EQ(bond_type_name(code, nullptr), -1) << code;
-  }
-  EXPECT_EQ(bond_type_eom_default(82), 1);
-  EXPECT_EQ(bond_type_eom_default(80), 0);
-  EXPECT_EQ(bond_type_eom_default(0), 1);  // Treasuries keep the rule by default
 }
 
 TEST(KVLbtype, DayCountFollowsTheTypesOwnEndOfMonthRuleAndErrorsFillOutputs) {

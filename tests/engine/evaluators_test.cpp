@@ -79,7 +79,6 @@ void actual_365(bond_desc& d) {
 }
 
 double clean(const bond_desc& d, double dirty) { return (dirty - d.accrued) * 100.0; }
-double price_of(TestBond b, double y) { return price(b.describe(), y); }
 std::function<double(const bond_desc&, double)> is(double value) {
   return [value](const bond_desc&, double) { return value; };
 }
@@ -171,11 +170,6 @@ std::vector<Case> cases() {
       // 1% to 20 Mar 2027 then 2%: 0.005 + 3 x 0.005 + 6 x 0.01 = 0.08 of coupons.
       {"japanese simple yield stepped", stepped(0.01, 0.02, serial(20, 3, 2027), jgb()), jgb_days,
        0.012, is(108.0 / 1.06)},
-      {"override -2 selects the japanese simple yield", ten_year(500, -2), nullptr, 0.04,
-       [](const bond_desc& d, double y) {
-         const double t = dates::year_fraction(d.settlement, d.maturity, 0);
-         return (100.0 + 5.0 * t) / (1.0 + y * t);
-       }},
       // r = 0.025, t = 0.5: d1 = 1/1.0125,
       // dirty = d1 (0.03 + 0.03/1.025 + 0.03/1.025^2 + 1.03/1.025^3).
       {"moosmuller", german(830), quarter_year, 0.05, is(101.63877706825193)},
@@ -186,10 +180,6 @@ std::vector<Case> cases() {
       {"spanish 376 days: chained simple interest", spanish(376), nullptr, 0.04,
        is(100.92903509177549), 3},
       {"spanish 377 days: compound", spanish(377), nullptr, 0.04, is(100.98937817037621), 4},
-      {"spanish chained ex-dividend", spanish(376), go_ex_dividend, 0.04,
-       [](const bond_desc& d, double y) {
-         return clean(d, 1.05 / (1.0 + 11.0 / 360.0 * y) / (1.0 + 365.0 / 360.0 * y));
-       }},
       // Tuesday 25 Dec 2029 maturity is paid 26 Dec, 366 days after the coupon before.
       {"spanish chained to a holiday maturity",
        make(280, 1, 0.05, serial(25, 12, 2029) - 376, serial(25, 12, 2029)), nullptr, 0.04,
@@ -228,8 +218,6 @@ std::vector<Case> cases() {
        }},
       {"discount tax below par", taxed(ten_year(), 0.0, 0.125), nullptr, 0.08,
        [](const bond_desc& d, double y) { return after_gains_tax(d, y, 0.125); }},
-      {"discount tax: none at par", taxed(ten_year(), 0.0, 0.125), nullptr, 0.049,
-       [](const bond_desc&, double y) { return price_of(ten_year(), y); }},
       {"coupon tax rate on the gain when maturity is before the horizon",
        taxed(ten_year(), 0.2, 0.125), [](bond_desc& d) { d.horizon_date = d.maturity + 1; }, 0.07,
        [](const bond_desc& d, double y) { return after_gains_tax(d, y, 0.2); }},
@@ -316,35 +304,6 @@ TEST(Evaluators, RefusedShapesAndVanishingDenominators) {
     if (f.error == 1) {
       EXPECT_EQ(second, 7.0) << "no second derivative from a refused shape";
     }
-  }
-}
-
-// The final-period rules read only the type, periods left, the simple-final
-// flag, days to maturity, accrual basis, settlement and yield-method argument.
-TEST(FinalPeriodMethod, ByMarketPeriodsLeftAndDate) {
-  struct Row {
-    int32_t type, periods, simple_final, days, basis, settlement, arg, method;
-  };
-  const int32_t s = serial(1, 6, 2005);
-  const Row rows[] = {
-      {0, 1, 1, 100, 0, s, 0, 1},    {0, 1, 0, 100, 0, s, 0, 0},    {0, 2, 1, 300, 0, s, 0, 0},
-      {1050, 1, 1, 100, 0, s, 0, 1}, {285, 2, 1, 300, 0, s, 0, 0},  // custom, Spanish variant
-      {370, 3, 1, 1000, 0, s, 0, 2}, {700, 1, 1, 100, 0, s, 0, 1},  {700, 1, 0, 100, 0, s, 0, 2},
-      {280, 2, 1, 376, 0, s, 0, 3},  {281, 2, 1, 377, 0, s, 0, 4},  {280, 2, 0, 376, 0, s, 0, 4},
-      {280, 2, 1, 377, 5, s, 0, 2},  {281, 2, 1, 377, 0, s, 1, 0},  {284, 2, 1, 376, 0, s, 0, 3},
-      {286, 2, 1, 377, 0, s, 0, 0},  {286, 2, 1, 377, 5, s, 0, 2},
-      {280, 2, 1, 377, 0, serial(9, 5, 1999), 0, 0}, {280, 2, 1, 377, 0, serial(10, 5, 1999), 0, 4},
-  };
-  for (const Row& r : rows) {
-    bond_desc d;
-    d.type = r.type;
-    d.whole_periods = r.periods;
-    d.simple_final = r.simple_final;
-    d.settlement = r.settlement;
-    d.maturity = r.settlement + r.days;
-    d.accrual_basis = r.basis;
-    d.yield_method_arg = r.arg;
-    EXPECT_EQ(final_period_method(d), r.method) << r.type << " " << r.periods << " " << r.days;
   }
 }
 
