@@ -31,3 +31,10 @@ __all__ = [
     "from_serial", "library_path", "message_for", "price", "prices", "pvbp", "to_serial",
     "type_code", "version", "yield_", "yields",
 ]
+
+# The special families: futures and carry, floating-rate notes.
+from . import futures
+from .frn import FloatingRateNote, FrnType
+from .futures import Future
+
+__all__ += ["Future", "FloatingRateNote", "FrnType", "futures"]

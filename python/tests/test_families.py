@@ -1,0 +1,175 @@
+"""The families' objects against the C exports called directly, and the
+relations between their measures."""
+
+import ctypes
+import datetime as dt
+import unittest
+
+import k_bond
+from k_bond import _library, futures, frn
+from k_bond.dates import to_serial
+
+D, I = ctypes.c_double, ctypes.c_int32
+SETTLE = dt.date(2025, 1, 15)
+
+
+def c_call(name, *args):
+    """Calls an export with hand-written positional arguments; returns
+    (result, error code)."""
+    error = I(0)
+    fn = k_bond._family.export(name)
+    return fn(*args, ctypes.byref(error)), error.value
+
+
+def ref(ctype, value):
+    return ctypes.byref(ctype(value))
+
+
+def doubles(*values):
+    return (D * len(values))(*values)
+
+
+def ints(*values):
+    return (I * len(values))(*values)
+
+
+class Codes(unittest.TestCase):
+    def assertCode(self, code, fn, *args, **kwargs):
+        with self.assertRaises(k_bond.KBondError) as caught:
+            fn(*args, **kwargs)
+        self.assertEqual(caught.exception.code, code, str(caught.exception))
+
+
+# 4.5 % Treasury bond maturing 15 February 2045 against the March 2025 contract.
+BOND = dict(coupon=0.045, maturity=dt.date(2045, 2, 15), bond_type="treasury")
+DELIVERY = dt.date(2025, 3, 31)
+
+
+class Futures(Codes):
+    def future(self, **kw):
+        return futures.Future(contract=0, delivery=DELIVERY, futures_price=112.5, **BOND, **kw)
+
+    def test_cbot_conversion_factor_formula(self):
+        # CME's published formula: 19 years 11 months rounds down to 19 years
+        # 9 months, n = 19, z = 9, v = 3.
+        c, n, v = 0.045, 19, 3
+        a, b = 1 / 1.03 ** (v / 6), c / 2 * (6 - v) / 6
+        cc = 1 / 1.03 ** (2 * n + 1)
+        expected = round(a * (c / 2 + cc + c / 0.06 * (1 - cc)) - b, 4)
+        self.assertAlmostEqual(self.future().conversion_factor(), expected, places=10)
+        # The contract's own notional through the extended export: the same.
+        self.assertEqual(futures.conversion_factor(coupon=c, maturity=BOND["maturity"],
+                                                   delivery=DELIVERY, notional=0.06),
+                         self.future().conversion_factor())
+
+    def test_forward_against_the_export_and_the_carry_relations(self):
+        f = self.future()
+        cf = f.conversion_factor()
+        maturity = ints(to_serial(BOND["maturity"]))
+        raw, code = c_call("KVLbfwd", doubles(0.045), 1, maturity, 1, to_serial(SETTLE),
+                           to_serial(DELIVERY), D(98.0), D(0.04), None, None, ref(I, 0),
+                           None, 0, None, None, None, 0, None, 0, None, None, None,
+                           None, None, None)
+        forward = f.forward(98.0, SETTLE, 0.04)
+        self.assertEqual((code, forward), (0, raw))
+        self.assertAlmostEqual(f.carry(98.0, SETTLE, 0.04), 98.0 - forward, places=9)
+        self.assertAlmostEqual(
+            futures.Future(conversion_factor=1.0, contract=0, delivery=DELIVERY,
+                           **BOND).implied_price(98.0, SETTLE, 0.04), forward, places=9)
+        self.assertAlmostEqual(f.net_basis(98.0, SETTLE, 0.04), forward - 112.5 * cf, places=9)
+        implied = f.implied_price(98.0, SETTLE, 0.04)
+        self.assertAlmostEqual(f.implied_repo(98.0, SETTLE, futures_price=implied), 0.04,
+                               places=5)
+
+    def test_financing_and_calendar_options_reach_the_library(self):
+        plain = futures.carry(**BOND, settlement=SETTLE, end_date=DELIVERY, price=98.0,
+                              repo=0.04)
+        rolled = futures.carry(**BOND, settlement=SETTLE, end_date=DELIVERY, price=98.0,
+                               repo=0.04, date_rule="roll")
+        self.assertEqual(plain, rolled)  # both dates are business days
+        # The 15 February coupon (2.25) earns 44 days of repo interest when
+        # reinvested; financing without compounding at it costs less.
+        reinvested = futures.carry(**BOND, settlement=SETTLE, end_date=DELIVERY, price=98.0,
+                                   repo=0.04, reinvest=True)
+        self.assertAlmostEqual(reinvested - plain, 2.25 * 0.04 * 44 / 360, places=9)
+        self.assertGreater(futures.carry(**BOND, settlement=SETTLE, end_date=DELIVERY,
+                                         price=98.0, repo=0.04, financing="whole_period"), plain)
+        saturday = dt.date(2025, 1, 18)
+        self.assertCode(160, futures.carry, **BOND, settlement=saturday, end_date=DELIVERY,
+                        price=98.0, repo=0.04, date_rule="business_days")
+        self.assertCode(460, futures.carry, **BOND, settlement=SETTLE, end_date=DELIVERY,
+                        price=98.0, repo=0.04, date_rule=3)
+        self.assertCode(900, futures.Future(contract=99, delivery=DELIVERY,
+                                            **BOND).conversion_factor)
+        self.assertCode(460, futures.Future, contract=0, delivery=DELIVERY, **BOND,
+                        financing="monthly")
+
+
+NOTE = dict(rates=[0.05], rate_dates=[dt.date(2024, 12, 31)], maturity=dt.date(2028, 6, 30))
+
+
+class FloatingRateNotes(Codes):
+    def test_simple_margin_formula(self):
+        # Default type: semi-annual actual/360. Next coupon 30 June 2025 is
+        # 166 days away, maturity 1262 days away.
+        t1, life = 166 / 360, 1262 / 360
+        expected = 0.005 + (t1 * (0.05 - 0.045 - 0.005) + (1 - 99.5 / 100)) / life
+        margin = frn.simple_margin(maturity=dt.date(2028, 6, 30), settlement=SETTLE,
+                                   current_coupon=0.05, price=99.5, index_rate=0.045,
+                                   quoted_margin=0.005)
+        self.assertAlmostEqual(margin, expected, places=12)
+
+    def test_discount_margin_at_par_is_the_quoted_margin(self):
+        note = frn.FloatingRateNote(maturity=dt.date(2028, 6, 30))
+        terms = dict(current_coupon=0.05, stub_rate=0.045, index_rate=0.045,
+                     quoted_margin=0.005)
+        on_coupon = dt.date(2024, 12, 30)
+        self.assertAlmostEqual(note.discount_margin(100.0, on_coupon, **terms), 0.005, places=9)
+        self.assertGreater(note.discount_margin(99.0, on_coupon, **terms), 0.005)
+
+    def test_price_yield_accrued_and_risk(self):
+        note = frn.FloatingRateNote(**NOTE)
+        clean = note.price(0.052, SETTLE)
+        self.assertAlmostEqual(note.yield_(clean, SETTLE), 0.052, places=6)
+        # The period began 30 December 2024: 16 days at 5 % on actual/360.
+        self.assertAlmostEqual(note.accrued(SETTLE), 5.0 * 16 / 360, places=9)
+        self.assertAlmostEqual(note.coupon_amount(SETTLE), 5.0 * 182 / 360, places=9)
+        h = 1e-4
+        slope = (note.price(0.052 - h, SETTLE) - note.price(0.052 + h, SETTLE)) / (2 * h)
+        self.assertAlmostEqual(note.pvbp(0.052, SETTLE), slope / 1e4, places=7)
+        self.assertAlmostEqual(note.value_of_32nd(0.052, SETTLE), slope / 1e4 * 100 / 32,
+                               places=7)
+        dirty = clean + note.accrued(SETTLE)
+        self.assertAlmostEqual(note.duration(0.052, SETTLE), slope / dirty, places=5)
+        self.assertAlmostEqual(note.duration(0.052, SETTLE, macaulay=True),
+                               slope / dirty * 1.026, places=5)
+        rows = note.cashflows(SETTLE)
+        self.assertEqual(rows[0].date, dt.date(2025, 6, 30))
+        self.assertEqual(rows[-1].date, dt.date(2028, 6, 30))
+        self.assertGreater(rows[-1].amount, 100.0)
+        frame = note.cashflows(SETTLE, as_frame=True)
+        self.assertEqual(list(frame.columns), ["date", "amount"])
+        self.assertEqual(len(frame), len(rows))
+
+    def test_types_against_the_typed_exports(self):
+        with frn.FrnType() as default, frn.FrnType(frequency=4, day_count="act/365") as qtr:
+            plain = frn.FloatingRateNote(**NOTE).price(0.052, SETTLE)
+            self.assertEqual(frn.FloatingRateNote(**NOTE, frn_type=default).price(0.052, SETTLE),
+                             plain)
+            raw, code = c_call("KVLtfrnpr", qtr.handle, doubles(0.05),
+                               ints(to_serial(NOTE["rate_dates"][0])), 1,
+                               to_serial(NOTE["maturity"]), to_serial(SETTLE), D(0.052),
+                               None, None, 0, None, None, None, None, None, None, None, None,
+                               None, None, 0)
+            self.assertEqual(code, 0)
+            self.assertEqual(frn.FloatingRateNote(**NOTE, frn_type=qtr).price(0.052, SETTLE), raw)
+            self.assertNotEqual(raw, plain)
+        self.assertTrue(qtr.closed)
+        self.assertCode(901, frn.FloatingRateNote(**NOTE, frn_type=qtr).price, 0.05, SETTLE)
+        self.assertCode(301, frn.FrnType, frequency=5)
+        self.assertCode(300, frn.FrnType, day_count=9)
+        self.assertCode(350, frn.FloatingRateNote(**NOTE).yield_, 0.0, SETTLE)
+
+
+if __name__ == "__main__":
+    unittest.main()
