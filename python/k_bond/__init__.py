@@ -38,3 +38,9 @@ from .frn import FloatingRateNote, FrnType
 from .futures import Future
 
 __all__ += ["Future", "FloatingRateNote", "FrnType", "futures"]
+
+# Perpetual and Brady bonds.
+from .brady import BradyBond
+from .perpetual import Perpetual
+
+__all__ += ["BradyBond", "Perpetual"]

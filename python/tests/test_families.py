@@ -171,5 +171,75 @@ class FloatingRateNotes(Codes):
         self.assertCode(350, frn.FloatingRateNote(**NOTE).yield_, 0.0, SETTLE)
 
 
+CONSOL = dict(coupon=0.04, reference_date=dt.date(2024, 12, 15), bond_type="gilt")
+
+
+class Perpetuals(Codes):
+    def test_price_against_the_export_and_the_perpetuity_formula(self):
+        consol = k_bond.Perpetual(**CONSOL)
+        raw, code = c_call("KVLpbpr", doubles(0.04), 1, to_serial(dt.date(2024, 12, 15)),
+                           to_serial(SETTLE), D(0.045), None, 0, ref(I, 40), None, None, None,
+                           None, None, 0, None)
+        self.assertEqual((code, consol.price(0.045, SETTLE)), (0, raw))
+        simple = k_bond.Perpetual(**CONSOL, yield_method="simple", withholding_tax=0.2)
+        self.assertEqual(simple.price(0.05, SETTLE), 100 * 0.04 * 0.8 / 0.05)
+        self.assertAlmostEqual(consol.yield_(raw, SETTLE), 0.045, places=7)
+        self.assertEqual((consol.coupon_date(SETTLE), consol.coupon_date(SETTLE, 1)),
+                         (dt.date(2024, 12, 15), dt.date(2025, 6, 15)))
+        self.assertEqual(consol.coupon_amount(SETTLE), 2.0)
+
+    def test_risk_and_carry_relations(self):
+        consol = k_bond.Perpetual(**CONSOL)
+        dirty = consol.price(0.045, SETTLE) + consol.accrued(SETTLE)
+        duration = consol.duration(0.045, SETTLE)
+        self.assertAlmostEqual(consol.duration(0.045, SETTLE, macaulay=True),
+                               duration * 1.0225, places=9)
+        self.assertAlmostEqual(consol.pvbp(0.045, SETTLE), duration * dirty / 1e4, places=9)
+        self.assertAlmostEqual(consol.value_of_32nd(0.045, SETTLE),
+                               1 / (32 * consol.pvbp(0.045, SETTLE)), places=9)
+        self.assertGreater(consol.convexity(0.045, SETTLE), duration ** 2)
+        end = dt.date(2025, 3, 14)
+        forward = consol.forward(88.0, SETTLE, 0.04, end)
+        self.assertAlmostEqual(consol.carry(88.0, SETTLE, 0.04, end), 88.0 - forward, places=9)
+        self.assertAlmostEqual(consol.implied_repo(88.0, SETTLE, forward, end), 0.04, places=6)
+
+    def test_errors(self):
+        stepped = dict(CONSOL, coupon=[0.03, 0.05])
+        self.assertCode(1, k_bond.Perpetual(**stepped, step_dates=[dt.date(2030, 12, 15)])
+                        .price, 0.05, SETTLE)
+        self.assertCode(460, k_bond.Perpetual(**CONSOL, yield_method="braess").price, 0.05,
+                        SETTLE)
+        self.assertCode(460, k_bond.Perpetual(**CONSOL, yield_method="annuity").price, 0.05,
+                        SETTLE)
+        self.assertCode(160, k_bond.Perpetual(**CONSOL).carry, 88.0, SETTLE, 0.04, SETTLE)
+
+
+RATES = dict(guarantee_rate=0.05, collateral_yield=0.045)
+
+
+class BradyBonds(Codes):
+    def test_without_guarantee_or_collateral_it_is_a_straight_bond(self):
+        terms = dict(coupon=0.065, maturity=dt.date(2030, 3, 31), bond_type="eurobond")
+        brady = k_bond.BradyBond(**terms, guaranteed=0, collateralised=False)
+        self.assertAlmostEqual(brady.price(0.08, SETTLE, **RATES),
+                               k_bond.price(yield_=0.08, settlement=SETTLE, **terms), places=9)
+
+    def test_against_the_export(self):
+        brady = k_bond.BradyBond(coupon=0.065, maturity=dt.date(2030, 3, 31), frequency=2)
+        raw, code = c_call("KVLbradypr", doubles(0.065), 1, ints(to_serial(brady.maturity)), 1,
+                           to_serial(SETTLE), D(0.05), D(0.045), D(0.10), None, ref(I, 1),
+                           None, None, None, ref(I, 2), 1, None, None, None, None, None, 0,
+                           None, None, 0, None, 0, None, None, None)
+        self.assertEqual((code, brady.price(0.10, SETTLE, **RATES)), (0, raw))
+        self.assertAlmostEqual(brady.yield_(raw, SETTLE, **RATES), 0.10, places=9)
+        self.assertGreater(brady.duration(0.10, SETTLE, **RATES), 0.0)
+        self.assertCode(21, k_bond.BradyBond(coupon=0.065, maturity=brady.maturity,
+                                             guaranteed=100).yield_, 100.0, SETTLE, **RATES)
+        self.assertCode(460, k_bond.BradyBond(coupon=0.065, maturity=brady.maturity,
+                                              guaranteed=-1).price, 0.1, SETTLE, **RATES)
+        self.assertCode(250, brady.price, 0.1, SETTLE, guarantee_rate=-0.05,
+                        collateral_yield=0.045)
+
+
 if __name__ == "__main__":
     unittest.main()
