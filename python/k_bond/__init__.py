@@ -44,3 +44,8 @@ from .brady import BradyBond
 from .perpetual import Perpetual
 
 __all__ += ["BradyBond", "Perpetual"]
+
+# Inflation-linked bonds.
+from .inflation import IndexLinkedGilt, Oati, Tips
+
+__all__ += ["IndexLinkedGilt", "Oati", "Tips"]

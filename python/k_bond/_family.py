@@ -115,8 +115,8 @@ def frame_or_rows(record, rows, as_frame):
 
 
 # Rows of the two-column tables (FRN, inflation-linked): a payment date and
-# the amount paid per 100, split into coupon and principal.
-PaymentRow = namedtuple("PaymentRow", "date coupon principal")
+# the amount paid on it per 100, the redemption included on the last row.
+Payment = namedtuple("Payment", "date amount")
 
 
 # Argument conversion shared by the families.

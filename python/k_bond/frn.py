@@ -17,12 +17,11 @@ KBondLibraryError (300-306 invalid type field, 350 bad price, 901 unknown or
 closed type, ...)."""
 
 import ctypes
-from collections import namedtuple
 from typing import List, Optional, Sequence, Union
 
 from . import _family
 from ._arguments import as_float
-from ._family import DateLike
+from ._family import DateLike, Payment
 from .errors import KBondArgumentError
 
 # FRN day-count codes.
@@ -30,8 +29,6 @@ DAY_COUNTS = {"act/360": 0, "act/365": 1, "act/365.25": 2, "30/360": 3, "30e/360
               "act/period": 5}
 BUSINESS_DAY_RULES = {"following": 0, "preceding": 1, "modified_following": 2,
                       "unadjusted": 3}
-
-Payment = namedtuple("Payment", "date amount")
 
 
 def _holiday_options(saturday_works, sunday_works):

@@ -241,5 +241,69 @@ class BradyBonds(Codes):
                         collateral_yield=0.045)
 
 
+LINKER = dict(coupon=0.0125, maturity=dt.date(2032, 11, 22), base_index=135.6)
+FIXINGS = dict(latest_index=390.1, next_coupon_amount=1.79)
+
+
+class InflationLinked(Codes):
+    def test_index_linked_gilt_against_the_export(self):
+        gilt = k_bond.IndexLinkedGilt(**LINKER)
+        raw, code = c_call("KVLilgpr", D(0.0125), D(1.79), D(135.6), D(390.1),
+                           to_serial(LINKER["maturity"]), to_serial(SETTLE), D(0.005), None,
+                           None, None, None, None, None, 0, None, None, 0)
+        self.assertEqual((code, gilt.price(0.005, SETTLE, **FIXINGS)), (0, raw))
+        self.assertAlmostEqual(gilt.yield_(raw, SETTLE, **FIXINGS), 0.005, places=6)
+        # The latest index is November's unless told otherwise.
+        self.assertEqual(gilt.price(0.005, SETTLE, latest_index_date=dt.date(2024, 11, 1),
+                                    **FIXINGS), raw)
+        self.assertNotEqual(gilt.price(0.005, SETTLE, latest_index_date=dt.date(2024, 9, 1),
+                                       **FIXINGS), raw)
+        # 54 of the 181 days from 22 November to 22 May.
+        self.assertEqual(gilt.accrued(SETTLE, next_coupon_amount=1.79),
+                         round(1.79 * 54 / 181, 6))
+        rows = gilt.cashflows(SETTLE, **FIXINGS)
+        self.assertEqual(rows[0], (dt.date(2025, 5, 22), 1.79))
+        self.assertEqual(rows[-1].date, LINKER["maturity"])
+        self.assertGreater(rows[-1].amount, 100 * 390.1 / 135.6)
+
+    def test_tips_against_the_export_in_percent(self):
+        tips = k_bond.Tips(coupon=0.01875, maturity=dt.date(2034, 7, 15), base_index=310.2)
+        raw, code = c_call("KVLtipspr", D(1.875), doubles(310.2), 1, doubles(317.4), 1,
+                           to_serial(tips.maturity), to_serial(SETTLE), D(0.02), None, None, 0,
+                           None, None, None, None, None, None, 0, None, 0)
+        self.assertEqual((code, tips.price(0.02, SETTLE, settlement_index=317.4)), (0, raw))
+        ratio = round(317.4 / 310.2, 5)
+        self.assertAlmostEqual(tips.price(0.02, SETTLE, settlement_index=317.4, adjusted=True),
+                               raw * ratio, places=2)
+        self.assertAlmostEqual(tips.yield_(raw, SETTLE, settlement_index=317.4), 0.02, places=4)
+        # 30 of the 181 days from 15 January to 15 July.
+        self.assertAlmostEqual(tips.accrued(dt.date(2025, 2, 14), settlement_index=317.4),
+                               30 / 181 * 1.875 / 2 * ratio, places=6)
+        rows = tips.cashflows(SETTLE, settlement_index=317.4, as_frame=True)
+        self.assertEqual(len(rows), 19)
+        self.assertEqual(rows["date"].iloc[-1], tips.maturity)
+        self.assertGreater(tips.duration(0.02, SETTLE, settlement_index=317.4), 8.0)
+        self.assertCode(70, k_bond.Tips(coupon=0.01875, maturity=tips.maturity,
+                                        base_index=[1, 2, 3]).price, 0.02, SETTLE,
+                        settlement_index=317.4)
+
+    def test_oati_interpolates_month_pairs(self):
+        oati = k_bond.Oati(coupon=0.001, maturity=dt.date(2032, 3, 1), base_index=[100.5, 100.9])
+        index = [118.2, 118.6]
+        # The base falls on the 1st (I0); settlement on 15 January is 14/31
+        # of the way to February's value.
+        ratio = round(round(118.2 + 14 / 31 * 0.4, 5) / 100.5, 5)
+        self.assertAlmostEqual(oati.accrued(SETTLE, settlement_index=index),
+                               320 / 365 * 0.1 * ratio, places=6)
+        clean = oati.price(0.012, SETTLE, settlement_index=index)
+        self.assertAlmostEqual(oati.yield_(clean, SETTLE, settlement_index=index), 0.012,
+                               places=4)
+        duration = oati.duration(0.012, SETTLE, settlement_index=index)
+        self.assertTrue(6.5 < duration < 7.2)  # a near-zero coupon: close to its life / 1.012
+        self.assertGreater(oati.convexity(0.012, SETTLE, settlement_index=index), duration ** 2)
+        rows = oati.cashflows(SETTLE, settlement_index=index)
+        self.assertEqual([r.date.month for r in rows], [3] * len(rows))
+
+
 if __name__ == "__main__":
     unittest.main()
