@@ -49,3 +49,8 @@ __all__ += ["BradyBond", "Perpetual"]
 from .inflation import IndexLinkedGilt, Oati, Tips
 
 __all__ += ["IndexLinkedGilt", "Oati", "Tips"]
+
+# PIK bonds.
+from .pik import PikBond
+
+__all__ += ["PikBond"]

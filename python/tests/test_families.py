@@ -305,5 +305,40 @@ class InflationLinked(Codes):
         self.assertEqual([r.date.month for r in rows], [3] * len(rows))
 
 
+PIK = dict(cash_rate=0.06, pik_rate=0.04, maturity=dt.date(2029, 6, 15))
+
+
+class PikBonds(Codes):
+    def test_against_the_export_and_its_cash_flows(self):
+        generic = k_bond.PikBond(**PIK, bond_type=500)
+        raw, code = c_call("KVLpikpr", doubles(0.06), 1, doubles(0.04), 1,
+                           ints(to_serial(PIK["maturity"])), 1, to_serial(SETTLE), D(0.09),
+                           None, None, ref(I, 500), None, None, None, None, None, None, 0)
+        self.assertEqual((code, generic.price(0.09, SETTLE)), (0, raw))
+        self.assertAlmostEqual(generic.yield_(raw, SETTLE), 0.09, places=7)
+        # Discounting the rows and taking off the accrued gives the price.
+        frame = generic.cashflows(SETTLE, as_frame=True)
+        value = ((frame.coupon + frame.principal) / 1.045 ** frame.periods).sum()
+        self.assertAlmostEqual(value - generic.accrued(SETTLE), raw, places=9)
+        # Nine semi-annual in-kind coupons of 2 % grow the principal.
+        self.assertAlmostEqual(frame.principal.iloc[-1], 100 * 1.02 ** 9, places=9)
+        self.assertEqual(frame.date.iloc[0], dt.date(2025, 6, 15))
+
+    def test_accrued_and_risk(self):
+        corporate = k_bond.PikBond(**PIK, bond_type="corporate")
+        self.assertAlmostEqual(corporate.accrued(SETTLE), 3.0 * 30 / 180, places=12)
+        dirty = corporate.price(0.09, SETTLE) + corporate.accrued(SETTLE)
+        duration = corporate.duration(0.09, SETTLE)
+        self.assertAlmostEqual(corporate.duration(0.09, SETTLE, macaulay=True),
+                               duration * 1.045, places=9)
+        # The price is truncated to 3 decimals, the derivative is not.
+        self.assertAlmostEqual(corporate.pvbp(0.09, SETTLE), duration * dirty / 1e4, places=5)
+        self.assertAlmostEqual(corporate.value_of_32nd(0.09, SETTLE),
+                               1 / (32 * corporate.pvbp(0.09, SETTLE)), places=9)
+        self.assertCode(460, corporate.yield_, 0.0, SETTLE)
+        self.assertCode(310, corporate.pvbp, 0.09, SETTLE, scale=0.0)
+        self.assertCode(1, k_bond.PikBond(**PIK, bond_type="gilt").price, 0.09, SETTLE)
+
+
 if __name__ == "__main__":
     unittest.main()
