@@ -88,6 +88,7 @@ class FrnType:
 
     @property
     def closed(self) -> bool:
+        """True once the type has been released."""
         return not self._handle
 
     def close(self) -> None:
