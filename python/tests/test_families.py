@@ -4,6 +4,7 @@ relations between their measures."""
 import ctypes
 import datetime as dt
 import unittest
+import unittest.mock
 
 import k_bond
 from k_bond import _library, futures, frn
@@ -338,6 +339,41 @@ class PikBonds(Codes):
         self.assertCode(460, corporate.yield_, 0.0, SETTLE)
         self.assertCode(310, corporate.pvbp, 0.09, SETTLE, scale=0.0)
         self.assertCode(1, k_bond.PikBond(**PIK, bond_type="gilt").price, 0.09, SETTLE)
+
+
+class CashFlowTables(Codes):
+    def test_every_table_is_released_by_its_family_export(self):
+        calls = []
+        export = k_bond._family.export
+
+        def recording(name):
+            calls.append(name)
+            return export(name)
+
+        bad = dict(PIK, bond_type="gilt")
+        with unittest.mock.patch.object(k_bond._family, "export", recording):
+            k_bond.PikBond(**PIK).cashflows(SETTLE)
+            self.assertCode(1, k_bond.PikBond(**bad).cashflows, SETTLE)
+            k_bond.FloatingRateNote(**NOTE).cashflows(SETTLE)
+            k_bond.Oati(coupon=0.001, maturity=dt.date(2032, 3, 1),
+                        base_index=100.5).cashflows(SETTLE, settlement_index=118.3)
+            k_bond.IndexLinkedGilt(**LINKER).cashflows(SETTLE, **FIXINGS)
+        self.assertEqual([c for c in calls if c.endswith("_free")],
+                         ["KVLpikcshflw_free", "KVLpikcshflw_free", "KVLfrncshflw_free",
+                          "KVLoaticshflw_free", "KVLilgcshflw_free"])
+
+    def test_arguments_refused_before_the_library(self):
+        with unittest.mock.patch.object(k_bond._family, "export", side_effect=AssertionError):
+            for code, call in (
+                    (1, lambda: k_bond.Perpetual(**dict(CONSOL, coupon="4%")).price(0.05, SETTLE)),
+                    (60, lambda: k_bond.FloatingRateNote(**dict(NOTE, rates=[0.05, 0.06]))
+                     .accrued(SETTLE)),
+                    (150, lambda: k_bond.PikBond(**PIK).price(0.09, "15/01/2025")),
+                    (460, lambda: k_bond.Perpetual(**dict(CONSOL, bond_type="consol"))
+                     .price(0.05, SETTLE))):
+                with self.assertRaises(k_bond.KBondArgumentError) as caught:
+                    call()
+                self.assertEqual(caught.exception.code, code)
 
 
 if __name__ == "__main__":
