@@ -39,14 +39,31 @@ def export(name):
     return fn
 
 
+_REQUIRED = object()
+_plans = {}
+
+
 def _absent(name, ctype):
-    """The value of an argument left out: NULL for a pointer, 0 for a count."""
+    """The value of an argument left out: NULL for a pointer, 0 for a count;
+    _REQUIRED for any other."""
     if issubclass(ctype, (ctypes._Pointer, ctypes.c_char_p)):
         return None
     if ctype is ctypes.c_int32 and (name.startswith(("n_", "reserved"))
                                     or name.endswith("_count")):
         return 0
-    raise TypeError(f"argument {name} is required")
+    return _REQUIRED
+
+
+def _plan(name):
+    """The argument names of export `name` with their absent values, and
+    the set of the names, worked out once."""
+    plan = _plans.get(name)
+    if plan is None:
+        _, signature = PROTOTYPES[name]
+        plan = (tuple((arg, _absent(arg, ctype)) for arg, ctype in signature),
+                frozenset(arg for arg, _ in signature))
+        _plans[name] = plan
+    return plan
 
 
 def call(name, own, common=None):
@@ -55,22 +72,25 @@ def call(name, own, common=None):
     the export takes are used), else NULL or 0. The error pointer is added
     here; a nonzero code raises KBondLibraryError. Returns the result."""
     fn = export(name)
-    _, signature = PROTOTYPES[name]
-    names = {arg for arg, _ in signature}
-    unknown = set(own) - names
-    if unknown:
-        raise TypeError(f"{name} takes no argument {', '.join(sorted(unknown))}")
+    arguments, names = _plan(name)
+    if not own.keys() <= names:
+        unknown = ", ".join(sorted(set(own) - names))
+        raise TypeError(f"{name} takes no argument {unknown}")
+    if common is None:
+        common = {}
     error = ctypes.c_int32(0)
     args = []
-    for arg, ctype in signature:
+    for arg, absent in arguments:
         if arg == "error":
             args.append(ctypes.byref(error))
         elif arg in own:
             args.append(own[arg])
-        elif common is not None and arg in common:
+        elif arg in common:
             args.append(common[arg])
+        elif absent is _REQUIRED:
+            raise TypeError(f"argument {arg} of {name} is required")
         else:
-            args.append(_absent(arg, ctype))
+            args.append(absent)
     result = fn(*args)
     check(error, name)
     return result
@@ -191,3 +211,25 @@ def weekend_flags(saturday_works, sunday_works):
 
 def to_dates(serials):
     return [from_serial(s) for s in serials]
+
+
+class Described:
+    """Base of the family objects. The C arguments that describe the bond
+    do not change from call to call: they are built once and built again
+    after any public attribute is set."""
+
+    def __setattr__(self, name, value):
+        object.__setattr__(self, name, value)
+        if not name.startswith("_"):
+            self.__dict__.pop("_built", None)
+
+    def _cached(self, key, build):
+        """The dict `build()` returns, kept under `key` until the bond changes."""
+        built = self.__dict__.get("_built")
+        if built is None:
+            built = {}
+            object.__setattr__(self, "_built", built)
+        value = built.get(key)
+        if value is None:
+            value = built[key] = build()
+        return value

@@ -113,7 +113,7 @@ class FrnType:
         return f"FrnType(handle={self._handle})" if self._handle else "FrnType(closed)"
 
 
-class FloatingRateNote:
+class FloatingRateNote(_family.Described):
     """A floating-rate note.
 
     FloatingRateNote(maturity=date(2028, 6, 30), rates=[0.05],
@@ -177,8 +177,12 @@ class FloatingRateNote:
     # -- argument building ------------------------------------------------
 
     def _dates(self, settlement):
+        own = dict(self._cached("dates", self._note_dates))
+        own["settlement"] = _family.date_value("settlement", settlement)
+        return own
+
+    def _note_dates(self):
         return {"maturity": _family.date_value("maturity", self.maturity),
-                "settlement": _family.date_value("settlement", settlement),
                 "previous_coupon": _family.date_ref(self.previous_coupon),
                 "day_count": _family.int_ref(
                     "day_count", _family.choice("day_count", self.day_count, DAY_COUNTS)),
@@ -190,7 +194,7 @@ class FloatingRateNote:
         rule = _family.choice("business_day_rule", self.business_day_rule, BUSINESS_DAY_RULES)
         return 2 * (3 if rule is None else rule) + (1 if self.end_of_month else 0)
 
-    def _schedule(self, settlement):
+    def _note_schedule(self):
         if self.rates is None or self.rate_dates is None:
             raise KBondArgumentError("rates and rate_dates are required", 50)
         rate_buf, n_rates = _family.doubles("rates", self.rates)
@@ -198,26 +202,37 @@ class FloatingRateNote:
         if n_rates != n_dates:
             raise KBondArgumentError("rates and rate_dates must have the same length", 60)
         holiday_buf, n_holidays = _family.dates(self.holidays)
-        own = self._dates(settlement)
+        coupon_buf, n_coupon_dates = _family.dates(self.coupon_dates)
+        own = self._note_dates()
         own.update({
             "rates": rate_buf, "rate_dates": date_buf, "rate_count": n_rates,
             "adjustment_code": _family.int_ref("adjustment_code", self._adjustment()),
             "holiday_options": _family.int_ref(
                 "holiday_options", _holiday_options(self.saturday_works, self.sunday_works)),
-            "holidays": holiday_buf, "holiday_count": n_holidays})
+            "holidays": holiday_buf, "holiday_count": n_holidays,
+            "coupon_dates": coupon_buf, "coupon_count": n_coupon_dates})
         return own
 
-    def _valuation(self, settlement):
-        own = self._schedule(settlement)
-        coupon_buf, n_coupon_dates = _family.dates(self.coupon_dates)
+    def _note_valuation(self):
+        own = dict(self._note_schedule())
         own.update({
-            "coupon_dates": coupon_buf, "coupon_count": n_coupon_dates,
             "redemption": _family.double_ref("redemption", self.redemption),
             "income_tax": _family.double_ref("income_tax", self.income_tax),
             "gain_tax": _family.double_ref("gain_tax", self.gain_tax),
             "holding": _family.int_ref("holding", self.holding),
             "pay_on_business_day": _family.int_ref("pay_on_business_day",
                                                    self.pay_on_business_day)})
+        return own
+
+    def _schedule(self, settlement):
+        """The rate schedule, dates and calendar at `settlement`."""
+        own = dict(self._cached("schedule", self._note_schedule))
+        own["settlement"] = _family.date_value("settlement", settlement)
+        return own
+
+    def _valuation(self, settlement):
+        own = dict(self._cached("valuation", self._note_valuation))
+        own["settlement"] = _family.date_value("settlement", settlement)
         return own
 
     def _export(self, measure, own):
@@ -248,16 +263,14 @@ class FloatingRateNote:
 
     def accrued(self, settlement: DateLike) -> float:
         """Accrued interest per 100 (with the type's extra accrual days)."""
-        own = self._schedule(settlement)
-        coupon_buf, n_coupon_dates = _family.dates(self.coupon_dates)
-        own.update({"coupon_dates": coupon_buf, "coupon_count": n_coupon_dates})
-        return self._call("ai", own)
+        return self._call("ai", self._schedule(settlement))
 
     def coupon_amount(self, settlement: DateLike, *,
                       next_coupon: Optional[DateLike] = None) -> float:
         """Coupon of the current period per 100; `next_coupon` is a known
         reset date (the note's coupon_dates are not used here)."""
         own = self._schedule(settlement)
+        del own["coupon_dates"], own["coupon_count"]
         own["next_coupon"] = _family.date_ref(next_coupon)
         return self._call("camt", own)
 

@@ -34,7 +34,7 @@ def _holiday_options(saturday_works, sunday_works):
                            _family.weekend_flags(saturday_works, sunday_works))
 
 
-class IndexLinkedGilt:
+class IndexLinkedGilt(_family.Described):
     """A UK index-linked gilt (eight-month indexation lag).
 
     coupon          real coupon rate before indexation, decimal (> 0)
@@ -74,29 +74,40 @@ class IndexLinkedGilt:
         return (f"IndexLinkedGilt(coupon={self.coupon!r}, maturity={self.maturity!r}, "
                 f"base_index={self.base_index!r})")
 
-    def _common(self, settlement, next_coupon_amount, previous_coupon, next_coupon):
+    def _bond(self):
         holidays, n_holidays = _family.dates(self.holidays)
         return {"real_coupon": as_float("coupon", self.coupon),
-                "next_coupon_amount": as_float("next_coupon_amount", next_coupon_amount),
                 "maturity": _family.date_value("maturity", self.maturity),
-                "settlement": _family.date_value("settlement", settlement),
-                "previous_coupon": _family.date_ref(previous_coupon),
-                "next_coupon": _family.date_ref(next_coupon),
                 "holiday_options": _holiday_options(self.saturday_works, self.sunday_works),
                 "holidays": holidays, "holiday_count": n_holidays,
                 "ex_dividend_override": _family.int_ref("exdiv_days", self.exdiv_days),
                 "end_of_month": _family.int_ref("end_of_month", self.end_of_month)}
 
+    def _indexed_bond(self):
+        own = self._bond()
+        own.update({"base_index": as_float("base_index", self.base_index),
+                    "inflation": _family.double_ref("inflation", self.inflation),
+                    "pay_on_business_day": _family.int_ref("pay_on_business_day",
+                                                           self.pay_on_business_day)})
+        return own
+
+    def _common(self, settlement, next_coupon_amount, previous_coupon, next_coupon,
+                indexed=False):
+        own = dict(self._cached("indexed", self._indexed_bond) if indexed
+                   else self._cached("bond", self._bond))
+        own.update({"next_coupon_amount": as_float("next_coupon_amount", next_coupon_amount),
+                    "settlement": _family.date_value("settlement", settlement),
+                    "previous_coupon": _family.date_ref(previous_coupon),
+                    "next_coupon": _family.date_ref(next_coupon)})
+        return own
+
     def _indexed(self, name, settlement, latest_index, next_coupon_amount, latest_index_date,
                  previous_coupon, next_coupon):
         """The export `name` (or its "2" variant when the month of the latest
         index is given) and its arguments."""
-        own = self._common(settlement, next_coupon_amount, previous_coupon, next_coupon)
-        own.update({"base_index": as_float("base_index", self.base_index),
-                    "latest_index": as_float("latest_index", latest_index),
-                    "inflation": _family.double_ref("inflation", self.inflation),
-                    "pay_on_business_day": _family.int_ref("pay_on_business_day",
-                                                           self.pay_on_business_day)})
+        own = self._common(settlement, next_coupon_amount, previous_coupon, next_coupon,
+                           indexed=True)
+        own["latest_index"] = as_float("latest_index", latest_index)
         if latest_index_date is not None:
             own["extra_date"] = _family.date_ref(latest_index_date)
             name += "2"
@@ -153,7 +164,7 @@ class IndexLinkedGilt:
         return _family.frame_or_rows(Payment, rows, as_frame)
 
 
-class Tips:
+class Tips(_family.Described):
     """A U.S. Treasury inflation-protected security (semi-annual coupons).
 
     coupon          real coupon rate, decimal (0.01875 for 1.875 %)
@@ -195,32 +206,35 @@ class Tips:
         return (f"{type(self).__name__}(coupon={self.coupon!r}, maturity={self.maturity!r}, "
                 f"base_index={self.base_index!r})")
 
-    def _common(self, settlement, settlement_index, previous_coupon, next_coupon):
+    def _bond(self):
         base, n_base = _family.doubles("base_index", self.base_index)
-        index, n_index = _family.doubles("settlement_index", settlement_index)
         holidays, n_holidays = _family.dates(self.holidays)
         # The library takes the real coupon in percent.
         return {"coupon": 100.0 * as_float("coupon", self.coupon),
                 "base_index": base, "base_count": n_base,
-                "settlement_index": index, "settlement_index_count": n_index,
                 "maturity": _family.date_value("maturity", self.maturity),
-                "settlement": _family.date_value("settlement", settlement),
-                "previous_coupon": _family.date_ref(previous_coupon),
-                "next_coupon": _family.date_ref(next_coupon),
                 "holiday_options": _holiday_options(self.saturday_works, self.sunday_works),
                 "holidays": holidays, "holiday_count": n_holidays,
-                "end_of_month": _family.int_ref("end_of_month", self.end_of_month)}
+                "end_of_month": _family.int_ref("end_of_month", self.end_of_month),
+                "option_a": _family.int_ref("pay_on_business_day", self.pay_on_business_day),
+                "inflation": _family.double_ref("inflation", self.inflation),
+                "option_c": _family.date_ref(self.dated_date)}
+
+    def _common(self, settlement, settlement_index, previous_coupon, next_coupon):
+        own = dict(self._cached("bond", self._bond))
+        index, n_index = _family.doubles("settlement_index", settlement_index)
+        own.update({"settlement_index": index, "settlement_index_count": n_index,
+                    "settlement": _family.date_value("settlement", settlement),
+                    "previous_coupon": _family.date_ref(previous_coupon),
+                    "next_coupon": _family.date_ref(next_coupon)})
+        return own
 
     def _projected(self, settlement, settlement_index, next_coupon_amount, adjusted,
                    previous_coupon, next_coupon):
         own = self._common(settlement, settlement_index, previous_coupon, next_coupon)
-        own.update({"option_a": _family.int_ref("pay_on_business_day",
-                                                self.pay_on_business_day),
-                    "next_coupon_amount": _family.double_ref("next_coupon_amount",
+        own.update({"next_coupon_amount": _family.double_ref("next_coupon_amount",
                                                              next_coupon_amount),
-                    "option_b": 1 if adjusted else 0,
-                    "inflation": _family.double_ref("inflation", self.inflation),
-                    "option_c": _family.date_ref(self.dated_date)})
+                    "option_b": 1 if adjusted else 0})
         return own
 
     def _at_yield(self, measure, yield_, settlement, settlement_index, next_coupon_amount,
@@ -266,14 +280,14 @@ class Tips:
         return self._at_yield("conv", yield_, settlement, settlement_index,
                               next_coupon_amount, False, previous_coupon, next_coupon)
 
-    def accrued(self, settlement: DateLike, *, settlement_index: Optional[Index] = None,
+    def accrued(self, settlement: DateLike, *, settlement_index: Index,
                 previous_coupon: Optional[DateLike] = None,
                 next_coupon: Optional[DateLike] = None) -> float:
         """Inflation-adjusted accrued interest per 100 (6 decimals): the
-        accrued share of the coupon times the index ratio (None for
-        settlement_index: a reference index of 100)."""
+        accrued share of the coupon times the index ratio."""
         own = self._common(settlement, settlement_index, previous_coupon, next_coupon)
-        return _family.call(self._PREFIX + "ai", own)
+        # The accrual takes neither the projection's options nor the inflation.
+        return _family.call(self._PREFIX + "ai", {}, own)
 
     def cashflows(self, settlement: DateLike, *, settlement_index: Index,
                   next_coupon_amount: Optional[float] = None,

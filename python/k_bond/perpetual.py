@@ -31,7 +31,7 @@ def _mode(financing, reinvest):
     return _family.int_ref("mode", code | (1 if reinvest else 0))
 
 
-class Perpetual:
+class Perpetual(_family.Described):
     """A perpetual bond.
 
     coupon          annual rate (decimal), or one rate per step date with
@@ -74,13 +74,17 @@ class Perpetual:
                 f"bond_type={self.bond_type!r})")
 
     def _arguments(self, settlement):
+        own = dict(self._cached("bond", self._bond))
+        own["settlement"] = _family.date_value("settlement", settlement)
+        return own
+
+    def _bond(self):
         coupons, n_coupons = _family.doubles("coupon", self.coupon)
         steps, n_steps = _family.dates(self.step_dates)
         holidays, n_holidays = _family.dates(self.holidays)
         return {
             "coupons": coupons, "n_coupons": n_coupons,
             "reference_date": _family.date_value("reference_date", self.reference_date),
-            "settlement": _family.date_value("settlement", settlement),
             "step_dates": steps, "n_steps": n_steps,
             "type": _family.int_ref("bond_type", type_code(self.bond_type)),
             "frequency": _family.int_ref("frequency", self.frequency),

@@ -23,7 +23,7 @@ from .types import type_code
 Cashflow = namedtuple("Cashflow", "date coupon principal periods")
 
 
-class PikBond:
+class PikBond(_family.Described):
     """A PIK bond.
 
     cash_rate, pik_rate   cash and in-kind coupon rates (decimal per year),
@@ -77,13 +77,17 @@ class PikBond:
                 f"maturity={self.maturity!r})")
 
     def _arguments(self, settlement):
+        own = dict(self._cached("bond", self._bond))
+        own["settlement"] = _family.date_value("settlement", settlement)
+        return own
+
+    def _bond(self):
         cash, n_cash = _family.doubles("cash_rate", self.cash_rate)
         pik, n_pik = _family.doubles("pik_rate", self.pik_rate)
         steps, n_steps = _family.dates(self.step_dates)
         holidays, n_holidays = _family.dates(self.holidays)
         return {"cash_rates": cash, "n_cash": n_cash, "pik_rates": pik, "n_pik": n_pik,
                 "dates": steps, "n_dates": n_steps,
-                "settlement": _family.date_value("settlement", settlement),
                 "dated_date": _family.date_ref(self.dated_date),
                 "first_coupon": _family.date_ref(self.first_coupon),
                 "type": _family.int_ref("bond_type", type_code(self.bond_type)),
