@@ -11,6 +11,16 @@ rates with `step_dates`), `maturity`, `bond_type` (code or name) and the
 optional overrides `frequency`, `dated_date`, `first_coupon`, `coupon_tax`
 (withholding on coupons) and `exdiv_days`.
 
+Contract codes (the exchange's conversion-factor rule):
+   0 CBOT Treasury bond / 10-year note     1 CBOT 2- and 5-year notes
+  60, 61 CBOT 10-year, 5-year notes; 70, 71 the same at a 6.5 % notional
+   2, 22 LIFFE long, medium gilt           34, 35 the same priced as gilts
+   3, 31, 32, 33, 36, 37 MATIF OAT contracts
+   4 TSE JGB    7 Montreal CGB    5, 15-18, 20 Eurex Bund, Bobl, Schatz, Buxl
+   6, 45-47 BTP contracts    8, 9, 10, 11 MEFF bono contracts
+  25, 26 Belfox    40 7th-of-month 7 % contract    41, 42 OM Swedish contracts
+  50, 51 third-Wednesday annual contracts    55 Porto Portuguese contract
+
 Financing terms:
   financing     "simple" (interest compounding at coupon dates), "whole_period"
                 (simple interest on the start amount over the whole period) or
@@ -111,7 +121,7 @@ class _CashAndCarry:
     def _net_basis(self, price, settlement, repo, futures_price, conversion_factor,
                    forward_date):
         return self._call("KVLbnbasis", settlement, {
-            "forward_date": _family.date_value("delivery", forward_date),
+            "forward_date": _family.date_value("forward_date", forward_date),
             "price": as_float("price", price), "repo": as_float("repo", repo),
             "futures_price": as_float("futures_price", futures_price),
             "conversion_factor": as_float("conversion_factor", conversion_factor)})
@@ -133,8 +143,8 @@ class Future(_CashAndCarry):
            coupon=0.045, maturity=date(2045, 2, 15), bond_type="treasury")
 
     contract          exchange contract code (0 CBOT bond / 10-year note, 1
-                      CBOT 2- and 5-year notes, 2 LIFFE long gilt, 5 Bund ...;
-                      the header lists them all); unknown codes: error 900
+                      CBOT 2- and 5-year notes, 2 LIFFE long gilt, 5 Bund, ...:
+                      the module's help lists them); unknown codes: error 900
     delivery          a date in the delivery month, also the end date of the
                       carry, implied price and implied repo
     futures_price     the contract's price per 100 (needed by net_basis and

@@ -184,6 +184,8 @@ class Perpetuals(Codes):
         self.assertEqual((code, consol.price(0.045, SETTLE)), (0, raw))
         simple = k_bond.Perpetual(**CONSOL, yield_method="simple", withholding_tax=0.2)
         self.assertEqual(simple.price(0.05, SETTLE), 100 * 0.04 * 0.8 / 0.05)
+        simple.coupon = 0.05  # the cached description follows the attribute
+        self.assertAlmostEqual(simple.price(0.05, SETTLE), 80.0, places=9)
         self.assertAlmostEqual(consol.yield_(raw, SETTLE), 0.045, places=7)
         self.assertEqual((consol.coupon_date(SETTLE), consol.coupon_date(SETTLE, 1)),
                          (dt.date(2024, 12, 15), dt.date(2025, 6, 15)))
