@@ -7,6 +7,7 @@ prototypes in _prototypes.py decide their order."""
 
 import ctypes
 import datetime as _dt
+import numbers
 from collections import namedtuple
 from typing import Sequence, Union
 
@@ -172,7 +173,7 @@ def doubles(name, values):
     """(array, count) of a float or a sequence of floats; (None, 0) for None."""
     if values is None:
         return None, 0
-    if isinstance(values, (int, float)) and not isinstance(values, bool):
+    if isinstance(values, numbers.Real) and not isinstance(values, bool):
         values = [values]
     values = [as_float(name, v) for v in values]
     if not values:

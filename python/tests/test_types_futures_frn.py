@@ -1,6 +1,5 @@
 """Bond types through the module: names, codes and the catalogue."""
 
-import datetime as dt
 import unittest
 
 import k_bond
