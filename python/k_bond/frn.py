@@ -170,6 +170,7 @@ class FloatingRateNote(_family.Described):
         self.saturday_works = saturday_works
         self.sunday_works = sunday_works
         self.holidays = holidays
+        self._cached("dates", self._note_dates)  # refuses bad arguments at once
 
     def __repr__(self):
         return f"FloatingRateNote(maturity={self.maturity!r}, rates={self.rates!r})"

@@ -69,6 +69,7 @@ class IndexLinkedGilt(_family.Described):
         self.holidays = holidays
         self.exdiv_days = exdiv_days
         self.end_of_month = end_of_month
+        self._cached("indexed", self._indexed_bond)  # refuses bad arguments at once
 
     def __repr__(self):
         return (f"IndexLinkedGilt(coupon={self.coupon!r}, maturity={self.maturity!r}, "
@@ -201,6 +202,7 @@ class Tips(_family.Described):
         self.sunday_works = sunday_works
         self.holidays = holidays
         self.end_of_month = end_of_month
+        self._cached("bond", self._bond)  # refuses bad arguments at once
 
     def __repr__(self):
         return (f"{type(self).__name__}(coupon={self.coupon!r}, maturity={self.maturity!r}, "

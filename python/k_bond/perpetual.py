@@ -68,6 +68,7 @@ class Perpetual(_family.Described):
         self.sunday_works = sunday_works
         self.holidays = holidays
         self.dated_date = dated_date
+        self._cached("bond", self._bond)  # refuses bad arguments at once
 
     def __repr__(self):
         return (f"Perpetual(coupon={self.coupon!r}, reference_date={self.reference_date!r}, "

@@ -71,6 +71,7 @@ class PikBond(_family.Described):
         self.saturday_works = saturday_works
         self.sunday_works = sunday_works
         self.holidays = holidays
+        self._cached("bond", self._bond)  # refuses bad arguments at once
 
     def __repr__(self):
         return (f"PikBond(cash_rate={self.cash_rate!r}, pik_rate={self.pik_rate!r}, "
