@@ -68,12 +68,13 @@ class BradyBond:
         self.sink_ends = sink_ends
         self.sink_amounts = sink_amounts
         self.sink_premium = sink_premium
+        self._bond(1)  # refuses bad arguments at once (any settlement will do)
 
     def __repr__(self):
         return f"BradyBond(coupon={self.coupon!r}, maturity={self.maturity!r})"
 
-    def _call(self, name, settlement, rates):
-        bond = BondArguments(
+    def _bond(self, settlement):
+        return BondArguments(
             self.coupon, self.maturity, settlement, step_dates=self.step_dates,
             dated_date=self.dated_date, first_coupon=self.first_coupon,
             bond_type=self.bond_type, frequency=self.frequency, redemption=self.redemption,
@@ -82,6 +83,9 @@ class BradyBond:
             holidays=self.holidays, factor=self.factor, sink_dates=self.sink_dates,
             sink_ends=self.sink_ends, sink_amounts=self.sink_amounts,
             sink_premium=self.sink_premium, exdiv_days=self.exdiv_days)
+
+    def _call(self, name, settlement, rates):
+        bond = self._bond(settlement)
         own = {arg: as_float(arg, value) for arg, value in rates.items()}
         own["guaranteed"] = _family.int_ref("guaranteed", self.guaranteed)
         own["collateral"] = _family.int_ref("collateralised", bool(self.collateralised))

@@ -75,6 +75,7 @@ class _CashAndCarry:
                 f"financing must be one of {', '.join(_FINANCING)}, not {financing!r}", 460)
         self.financing = financing.lower()
         self.reinvest = bool(reinvest)
+        self._terms(1)  # refuses bad arguments at once (any settlement will do)
 
     def _terms(self, settlement):
         """The bond's common arguments at `settlement`, and the financing
