@@ -31,3 +31,26 @@ __all__ = [
     "from_serial", "library_path", "message_for", "price", "prices", "pvbp", "to_serial",
     "type_code", "version", "yield_", "yields",
 ]
+
+# The special families: futures and carry, floating-rate notes.
+from . import futures
+from .frn import FloatingRateNote, FrnType
+from .futures import Future
+
+__all__ += ["Future", "FloatingRateNote", "FrnType", "futures"]
+
+# Perpetual and Brady bonds.
+from .brady import BradyBond
+from .perpetual import Perpetual
+
+__all__ += ["BradyBond", "Perpetual"]
+
+# Inflation-linked bonds.
+from .inflation import IndexLinkedGilt, Oati, Tips
+
+__all__ += ["IndexLinkedGilt", "Oati", "Tips"]
+
+# PIK bonds.
+from .pik import PikBond
+
+__all__ += ["PikBond"]
