@@ -102,8 +102,9 @@ class YieldAndRisk(unittest.TestCase):
         self.assertAlmostEqual(dirty - k_bond.accrued(**TREASURY), clean, places=6)
 
     def test_coupon_dates(self):
-        common = dict(maturity=TREASURY["maturity"], settlement=TREASURY["settlement"])
-        self.assertEqual(k_bond.coupon_date(**common), dt.date(2024, 11, 15))
+        common = dict(coupon=0.0425, maturity=TREASURY["maturity"],
+                      settlement=TREASURY["settlement"])
+        self.assertEqual(k_bond.coupon_date(k=0, **common), dt.date(2024, 11, 15))
         self.assertEqual(k_bond.coupon_date(k=1, **common), dt.date(2025, 5, 15))
         self.assertEqual(k_bond.coupons_remaining(**common), 20)
 
