@@ -130,7 +130,10 @@ class Bond:
     def _call(self, export, settlement, own_names=(), own_values=()):
         fn, template, settle_at, own_at, error_at = self._template(export, own_names)
         call = list(template)
-        call[settle_at] = to_serial(settlement, "settlement")
+        serial = to_serial(settlement, "settlement")
+        if serial is None:
+            raise KBondArgumentError("settlement is required", 150)
+        call[settle_at] = serial
         for at, value in zip(own_at, own_values):
             call[at] = value
         error = _I32(0)

@@ -24,8 +24,9 @@ TypeInfo = namedtuple("TypeInfo", "code eom_code name frequency day_count end_of
                                   "ex_dividend own_conventions nicknames")
 TypeInfo.__doc__ = """The conventions of one bond type.
 
-code, eom_code   the code without and with the end-of-month rule (None when
-                 the pair has no such code)
+code             the base code (the one names and nicknames give)
+eom_code         the code with the end-of-month rule on (the base code itself
+                 for 0 and 400, which have it on; None when there is none)
 name             the catalogue's name
 frequency        default coupons per year; None for a type with no
                  conventions of its own (own_conventions False: 810, Yankee
@@ -175,8 +176,10 @@ def _rows():
     with the same name and the end-of-month rule on."""
     global _catalogue_rows
     if _catalogue_rows is None:
-        rows = [_info(code, eom, code if code is not None else eom, ex)
-                for code, eom, _, _, _, ex in _table()]
+        rows = []
+        for code, eom, _, _, _, ex in _table():
+            base = code if code is not None else eom  # 0 and 400 have the rule on
+            rows.append(_info(base, eom, base, ex))
         known = {c: _lookup(c) for c in range(541, 1000)}
         known = {c: v for c, v in known.items() if not isinstance(v, int)}
         for code, (_, _, eom, name) in known.items():
