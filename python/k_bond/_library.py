@@ -131,6 +131,23 @@ def has(name):
     return name in PROTOTYPES and name not in missing_exports()
 
 
+_unchecked = {}
+
+
+def unchecked_function(export):
+    """`export` without argtypes (restype set): ctypes then skips converting
+    each argument through its declared type, which is most of the cost of a
+    call with thirty arguments. For callers that build every argument as the
+    C type it must be (c_double for doubles, int for int32, byref or an array
+    for pointers, None for NULL), as Bond does."""
+    fn = _unchecked.get(export)
+    if fn is None:
+        fn = library()[export]
+        fn.restype = PROTOTYPES[export][0]
+        _unchecked[export] = fn
+    return fn
+
+
 def argument_names(export):
     """The C argument names of `export`, in order."""
     return [name for name, _ in PROTOTYPES[export][1]]

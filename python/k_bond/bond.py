@@ -35,11 +35,15 @@ per 100 of face."""
 _I32 = ctypes.c_int32
 
 
+_F64 = ctypes.c_double
+_byref = ctypes.byref
+
+
 def _market(name, value):
-    # The hot path: a float goes straight through.
-    if type(value) is float:
-        return value
-    return as_float(name, value)
+    """A market input as the C double the export takes by value."""
+    if type(value) is float:  # the common case, checked first
+        return _F64(value)
+    return _F64(as_float(name, value))
 
 
 class Bond:
@@ -115,21 +119,26 @@ class Bond:
 
     # -- the call machinery -------------------------------------------------
 
-    def _template(self, export, own_names=()):
-        """(function, argument list, settlement slot, slots of own arguments)."""
-        template = self._templates.get(export)
-        if template is None:
-            names = _library.argument_names(export)
-            values = self._args.values
-            call = [None if n in own_names or n == "error" else values[n] for n in names]
-            template = (getattr(self._lib, export), call, names.index("settlement"),
-                        tuple(names.index(n) for n in own_names), names.index("error"))
-            self._templates[export] = template
+    def _template(self, export, own_names):
+        """(function, argument list, settlement slot, slots of own arguments,
+        error slot), built on first use of each export."""
+        names = _library.argument_names(export)
+        values = self._args.values
+        call = [None if n in own_names or n == "error" else values[n] for n in names]
+        template = (_library.unchecked_function(export), call, names.index("settlement"),
+                    tuple(names.index(n) for n in own_names), names.index("error"))
+        self._templates[export] = template
         return template
 
     def _call(self, export, settlement, own_names=(), own_values=()):
-        fn, template, settle_at, own_at, error_at = self._template(export, own_names)
-        call = list(template)
+        """Calls `export` on this bond. Every argument is already of its C
+        type (the description's buffers, int serials, c_double market
+        inputs), so the export is called without ctypes' per-argument
+        conversion; a fresh argument list and error cell per call keep
+        concurrent calls on one Bond apart."""
+        fn, template, settle_at, own_at, error_at = (self._templates.get(export)
+                                                     or self._template(export, own_names))
+        call = template.copy()
         serial = to_serial(settlement, "settlement")
         if serial is None:
             raise KBondArgumentError("settlement is required", 150)
@@ -137,7 +146,7 @@ class Bond:
         for at, value in zip(own_at, own_values):
             call[at] = value
         error = _I32(0)
-        call[error_at] = ctypes.byref(error)
+        call[error_at] = _byref(error)
         result = fn(*call)
         if error.value:
             raise KBondLibraryError(error.value, export)
@@ -165,9 +174,11 @@ class Bond:
         """Yield earned from buying at `price` on settlement and selling at
         `horizon_price` on `horizon_date` (after settlement, not after
         maturity; else error 160), at the coupon frequency (KVLbhyld)."""
+        sale = to_serial(horizon_date, "horizon_date")
+        if sale is None:
+            raise KBondArgumentError("horizon_date is required", 150)
         return self._call("KVLbhyld", settlement, ("price", "horizon_date", "horizon_price"),
-                          (_market("price", price), to_serial(horizon_date, "horizon_date"),
-                           _market("horizon_price", horizon_price)))
+                          (_market("price", price), sale, _market("horizon_price", horizon_price)))
 
     def realized_yield(self, price: float, settlement: DateLike,
                        reinvestment_rate: float) -> float:
@@ -207,12 +218,12 @@ class Bond:
             raise KBondArgumentError("remaining_life: give either yield_ or price", 1)
         if price is not None:
             value = _market("price", price)
-            if not value >= 10.0:
+            if not value.value >= 10.0:
                 raise KBondArgumentError(f"price: {price!r} is below 10 per 100, which the "
                                          "library would read as a yield", 350)
         else:
             value = _market("yield_", yield_)
-            if not value < 10.0:
+            if not value.value < 10.0:
                 raise KBondArgumentError(f"yield_: {yield_!r} is 10 or more, which the "
                                          "library would read as a price", 1)
         return self._call("KVLbel", settlement, ("price_or_yield",), (value,))
@@ -234,8 +245,7 @@ class Bond:
         """Price value of a basis point per 100 of face: the fall in price for
         a one basis point rise in yield (KVLbvalbp). `scale` (None: 100)
         divides -dP/dy; error 310 when it is not positive."""
-        scale_ptr = None if scale is None else ctypes.byref(ctypes.c_double(
-            _market("scale", scale)))
+        scale_ptr = None if scale is None else ctypes.byref(_market("scale", scale))
         return self._call("KVLbvalbp", settlement, ("yield", "scale"),
                           (_market("yield_", yield_), scale_ptr))
 
@@ -244,8 +254,8 @@ class Bond:
         """Yield value of a tick in basis points: the yield change that moves
         the price by one tick, a 32nd unless `ticks_per_point` says otherwise
         (KVLbval32; error 310 for a tick size that is not positive)."""
-        ticks = None if ticks_per_point is None else ctypes.byref(ctypes.c_double(
-            _market("ticks_per_point", ticks_per_point)))
+        ticks = None if ticks_per_point is None else ctypes.byref(
+            _market("ticks_per_point", ticks_per_point))
         return self._call("KVLbval32", settlement, ("yield", "ticks_per_point"),
                           (_market("yield_", yield_), ticks))
 
@@ -303,8 +313,7 @@ class Bond:
         out_dates = ctypes.POINTER(ctypes.c_int32)()
         out_coupons, out_principal, out_periods = (ctypes.POINTER(ctypes.c_double)()
                                                    for _ in range(3))
-        price_ptr = None if price is None else ctypes.byref(ctypes.c_double(
-            _market("price", price)))
+        price_ptr = None if price is None else ctypes.byref(_market("price", price))
         outs = (ctypes.byref(out_dates), ctypes.byref(out_coupons),
                 ctypes.byref(out_principal), ctypes.byref(out_periods), price_ptr)
         try:
