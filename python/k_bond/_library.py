@@ -148,9 +148,12 @@ def unchecked_function(export):
     return fn
 
 
+_names = {export: [name for name, _ in arguments] for export, (_, arguments) in PROTOTYPES.items()}
+
+
 def argument_names(export):
     """The C argument names of `export`, in order."""
-    return [name for name, _ in PROTOTYPES[export][1]]
+    return _names[export]
 
 
 def library_version():

@@ -11,9 +11,9 @@ little more than the library's own work.
 """
 
 import ctypes
-import math
+import datetime
 from collections import namedtuple
-from typing import List, Optional, Sequence, Union
+from typing import TYPE_CHECKING, List, Optional, Sequence, Union
 
 from . import _library
 from ._arguments import BondArguments, as_float, double_array, date_array
@@ -21,11 +21,16 @@ from .dates import DateLike, from_serial, to_serial
 from .errors import KBondArgumentError, KBondLibraryError
 from .types import TypeLike
 
+if TYPE_CHECKING:
+    import pandas
+
 Coupon = Union[float, Sequence[float]]
 
 Cashflow = namedtuple("Cashflow", "date coupon principal periods")
 Cashflow.__doc__ = """One row of a cash-flow table: payment date (datetime.date), coupon and
 principal per 100 of initial face, time from settlement in coupon periods."""
+
+CashflowTable = Union[List[Cashflow], "pandas.DataFrame"]
 
 Risk = namedtuple("Risk", "yield_ price modified_duration macaulay_duration convexity pvbp")
 Risk.__doc__ = """Risk measures at one yield: clean price per 100, modified and Macaulay
@@ -273,7 +278,7 @@ class Bond:
         odd amount in an odd first period) (KVLbcamt)."""
         return self._call("KVLbcamt", settlement)
 
-    def coupon_date(self, settlement: DateLike, k: int = 1) -> "datetime.date":
+    def coupon_date(self, settlement: DateLike, k: int = 1) -> datetime.date:
         """A coupon date counted from settlement: 1 the next, 0 the last on or
         before settlement, -1 the one before that, ... (KVLbcpn). Error 1 for
         a date before the first coupon or after maturity."""
@@ -281,7 +286,7 @@ class Bond:
             raise KBondArgumentError(f"k must be an integer, not {type(k).__name__}", 1)
         return from_serial(self._call("KVLbcpn", settlement, ("k",), (ctypes.byref(_I32(k)),)))
 
-    def next_coupon(self, settlement: DateLike) -> "datetime.date":
+    def next_coupon(self, settlement: DateLike) -> datetime.date:
         """The first coupon date after settlement."""
         return self.coupon_date(settlement, 1)
 
@@ -290,7 +295,7 @@ class Bond:
         last one included (KVLbncpn)."""
         return self._call("KVLbncpn", settlement)
 
-    def ex_dividend_date(self, settlement: DateLike) -> "datetime.date":
+    def ex_dividend_date(self, settlement: DateLike) -> datetime.date:
         """The ex-dividend date of the first coupon after settlement, by the
         type's rule or `exdiv_days`; the coupon date itself for types without
         an ex-dividend period (KVLbexdiv)."""
@@ -303,7 +308,7 @@ class Bond:
         return self._call("KVLbal", settlement)
 
     def cashflows(self, settlement: DateLike, *, price: Optional[float] = None,
-                  frame: bool = False):
+                  frame: bool = False) -> CashflowTable:
         """The remaining cash flows (KVLbcshflw): a list of Cashflow(date,
         coupon, principal, periods), or with frame=True a pandas DataFrame
         with those columns. Coupons and principal are per 100 of initial

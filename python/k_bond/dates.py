@@ -7,9 +7,12 @@ come back as datetime.date.
 
 import datetime as _dt
 import numbers as _numbers
-from typing import Union
+from typing import TYPE_CHECKING, Union
 
 from .errors import KBondArgumentError
+
+if TYPE_CHECKING:
+    import numpy
 
 _EPOCH_ORDINAL = _dt.date(1899, 12, 31).toordinal()
 _EPOCH_1970 = 25568  # serial of 1 January 1970, the origin of numpy's day counts

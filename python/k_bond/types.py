@@ -208,6 +208,12 @@ def types(frame: bool = False):
 
 # -- custom types -------------------------------------------------------------
 
+def _check_custom_code(code):
+    if (isinstance(code, bool) or not isinstance(code, numbers.Integral)
+            or code not in CUSTOM_CODES):
+        raise KBondArgumentError(f"code: a custom type code is 1000 to 1099, not {code!r}", 460)
+
+
 _DAY_COUNTS = (0, 1, 2, 3, 4, 5, 6, 9, 10, 11, 12, 13)
 _CUSTOM_SETS = {
     "accrual_basis": _DAY_COUNTS, "exdiv_basis": _DAY_COUNTS,
@@ -244,8 +250,7 @@ def define_type(code: int, *, accrual_basis: Optional[int] = None,
     Every value is checked before the library is called (KBondArgumentError
     460 naming the argument), so a refused value never leaves a half-written
     type behind. Returns the type's TypeInfo."""
-    if isinstance(code, bool) or not isinstance(code, numbers.Integral) or code not in CUSTOM_CODES:
-        raise KBondArgumentError(f"code: a custom type code is 1000 to 1099, not {code!r}", 460)
+    _check_custom_code(code)
     given = dict(accrual_basis=accrual_basis, exdiv_basis=exdiv_basis, eom=end_of_month,
                  frequency=frequency, simple_final=simple_final, yield_method=yield_method,
                  accrual_days=accrual_days, canadian_cap=canadian_cap, mm_basis=mm_basis,
@@ -277,7 +282,6 @@ def remove_type(code: int) -> None:
     the code (KBondArgumentError) and types() leaves it out until it is
     defined again. The library itself keeps every slot it was given; a later
     define_type overwrites it."""
-    if isinstance(code, bool) or not isinstance(code, numbers.Integral) or code not in CUSTOM_CODES:
-        raise KBondArgumentError(f"code: a custom type code is 1000 to 1099, not {code!r}", 460)
+    _check_custom_code(code)
     _removed.add(int(code))
 
