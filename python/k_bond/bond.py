@@ -17,7 +17,7 @@ from typing import TYPE_CHECKING, List, Optional, Sequence, Union
 
 from . import _library
 from ._arguments import BondArguments, as_float, double_array, date_array
-from .dates import DateLike, from_serial, to_serial
+from .dates import LAST_SERIAL, DateLike, from_serial, to_serial
 from .errors import KBondArgumentError, KBondLibraryError
 from .types import TypeLike
 
@@ -40,6 +40,8 @@ per 100 of face."""
 _I32 = ctypes.c_int32
 
 
+_date = datetime.date
+_DATE_ORIGIN = datetime.date(1899, 12, 31).toordinal()  # serial 0
 _F64 = ctypes.c_double
 _byref = ctypes.byref
 
@@ -144,9 +146,14 @@ class Bond:
         fn, template, settle_at, own_at, error_at = (self._templates.get(export)
                                                      or self._template(export, own_names))
         call = template.copy()
-        serial = to_serial(settlement, "settlement")
-        if serial is None:
-            raise KBondArgumentError("settlement is required", 150)
+        if type(settlement) is _date:  # the common case, without a function call
+            serial = settlement.toordinal() - _DATE_ORIGIN
+            if not 0 < serial <= LAST_SERIAL:
+                serial = to_serial(settlement, "settlement")  # raises, naming the argument
+        else:
+            serial = to_serial(settlement, "settlement")
+            if serial is None:
+                raise KBondArgumentError("settlement is required", 150)
         call[settle_at] = serial
         for at, value in zip(own_at, own_values):
             call[at] = value
