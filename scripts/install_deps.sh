@@ -5,8 +5,12 @@ set -euo pipefail
 
 # clang-14 with its compiler runtime (libFuzzer, sanitizers) builds the fuzz
 # harnesses.
+# The Python package builds, installs and is tested with Debian's interpreter
+# and its packages (numpy, pandas, matplotlib, setuptools, wheel, build, venv).
 packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3 libquantlib0-dev
-          clang-14 libclang-rt-14-dev)
+          clang-14 libclang-rt-14-dev
+          python3-numpy python3-pandas python3-matplotlib python3-setuptools python3-wheel
+          python3-build python3-venv python3-pip)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

@@ -12,6 +12,7 @@ cmake -S . -B build/asan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
       -DKBOND_SANITIZE=address -DKBOND_WERROR=ON >/dev/null
 cmake --build build/asan -j"$jobs"
 ctest --test-dir build/asan --output-on-failure -j"$jobs"
+bash scripts/test_python_install.sh   # pip install into fresh venvs, import from elsewhere
 
 cmake -S . -B build/tsan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
       -DKBOND_SANITIZE=thread -DKBOND_BUILD_BENCH=OFF -DKBOND_WERROR=ON >/dev/null

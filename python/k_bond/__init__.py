@@ -1,35 +1,52 @@
-"""k_bond: fixed-income analytics from Python, through ctypes.
+"""k_bond: fixed-income analytics from Python.
 
-    >>> import datetime as dt, k_bond
-    >>> k_bond.price(coupon=0.0425, maturity=dt.date(2034, 11, 15),
-    ...              settlement=dt.date(2025, 1, 15), yield_=0.045, bond_type="treasury")
+    >>> from datetime import date
+    >>> import k_bond
+    >>> gilt = k_bond.Bond(type="gilt", coupon=0.0425, maturity=date(2034, 12, 7))
+    >>> gilt.price(0.045, settlement=date(2025, 1, 15))
 
-The shared library is found through the environment variable KBOND_LIBRARY
-(a path to libk_bond.so) or in the build trees of the source checkout
-(build/release first). Errors reported by the library raise
-KBondLibraryError, whose `.code` is the library's error code.
+Objects (`Bond`) for one bond valued many times, functions (`price`,
+`bond_yield`, `accrued`, `duration`, ...) for one call, bond types by code,
+catalogue name or nickname (`types()`, `type_info()`, `define_type()`).
+Dates are accepted as datetime.date, datetime, pandas Timestamp,
+numpy.datetime64, ISO strings and serials, and come back as datetime.date.
+
+The shared library ships inside the package (pip install .); in a source
+checkout it is found in the build trees, and KBOND_LIBRARY names another.
+Errors raise KBondError subclasses: KBondArgumentError before the library is
+called, KBondLibraryError with the library's `.code` and sentence.
 """
 
 from . import frn
-from ._library import library_path
-from .bonds import (Cashflow, accrued, bond_yield, cashflows, conversion_factor, convexity,
-                    coupon_date, coupons_remaining, duration, price, pvbp)
+from ._library import library_path, library_version
+from ._version import __version__
+from .bond import Bond, Cashflow, Risk
+from .bonds import (accrued, average_life, average_life_yield, bond_yield, cashflows,
+                    convexity, coupon_amount, coupon_date, coupons_remaining, duration,
+                    ex_dividend_date, horizon_yield, price, pvbp, realized_yield, remaining_life,
+                    risk, value_of_32nd, yield_to_worst)
 from .dates import from_serial, to_serial
 from .errors import (ERROR_MESSAGES, KBondArgumentError, KBondError, KBondLibraryError,
                      KBondNotFoundError, message_for)
-from .types import ALIASES, BondType, CatalogueRow, bond_type, catalogue, type_code, version
+from .types import (ALIASES, NICKNAMES, TypeInfo, define_type, remove_type, type_code,
+                    type_info, types)
 from .vectorised import accrued_interest, convexities, durations, prices, yields
 
 # `yield` is a Python keyword; both spellings name the same function.
 yield_ = bond_yield
 
 __all__ = [
-    "ALIASES", "BondType", "CatalogueRow", "Cashflow", "ERROR_MESSAGES", "KBondArgumentError",
-    "KBondError", "KBondLibraryError", "KBondNotFoundError", "accrued", "accrued_interest",
-    "bond_type", "bond_yield", "cashflows", "catalogue", "conversion_factor", "convexities",
-    "convexity", "coupon_date", "coupons_remaining", "duration", "durations", "frn",
-    "from_serial", "library_path", "message_for", "price", "prices", "pvbp", "to_serial",
-    "type_code", "version", "yield_", "yields",
+    "__version__", "library_version", "library_path",
+    "Bond", "Cashflow", "Risk", "TypeInfo",
+    "accrued", "average_life", "average_life_yield", "bond_yield", "cashflows", "convexity",
+    "coupon_amount", "coupon_date", "coupons_remaining", "duration", "ex_dividend_date",
+    "horizon_yield", "price", "pvbp", "realized_yield", "remaining_life", "risk",
+    "value_of_32nd", "yield_", "yield_to_worst",
+    "ALIASES", "NICKNAMES", "define_type", "remove_type", "type_code", "type_info", "types",
+    "from_serial", "to_serial",
+    "ERROR_MESSAGES", "KBondArgumentError", "KBondError", "KBondLibraryError",
+    "KBondNotFoundError", "message_for",
+    "accrued_interest", "convexities", "durations", "frn", "prices", "yields",
 ]
 
 # The special families: futures and carry, floating-rate notes.

@@ -30,22 +30,26 @@ def int_ptr(name, value):
     return None if value is None else ctypes.pointer(ctypes.c_int32(as_int(name, value)))
 
 
-def date_ptr(value):
-    serial = to_serial(value)
+def date_ptr(value, name="date"):
+    serial = to_serial(value, name, allow_zero=True)
     return None if serial is None else ctypes.pointer(ctypes.c_int32(serial))
 
 
 def double_array(name, values):
     if values is None:
         return None, 0
+    if not is_sequence(values):
+        raise KBondArgumentError(f"{name} must be a sequence of numbers", 50)
     values = [as_float(name, v) for v in values]
     return (ctypes.c_double * max(len(values), 1))(*values), len(values)
 
 
-def date_array(values):
+def date_array(values, name="dates"):
     if values is None:
         return None, 0
-    serials = [to_serial(v) for v in values]
+    if not is_sequence(values):
+        raise KBondArgumentError(f"{name} must be a sequence of dates", 50)
+    serials = [to_serial(v, name) for v in values]
     return (ctypes.c_int32 * max(len(serials), 1))(*serials), len(serials)
 
 
@@ -76,13 +80,14 @@ class BondArguments:
     coupon and maturity live in one-element buffers so that a vectorised
     loop can overwrite them in place."""
 
-    def __init__(self, coupon, maturity=None, settlement=None, *, step_dates=None,
+    def __init__(self, coupon, maturity=None, settlement=None, *, settlement_required=True,
+                 step_dates=None,
                  dated_date=None, first_coupon=None, bond_type=None, frequency=None,
                  amortisation_frequency=None, redemption=None, coupon_tax=None,
                  discount_tax=None, horizon=None, issue_price=None, yield_method=None,
                  weekend_flags=None, holidays=None, factor=None, sink_dates=None,
                  sink_ends=None, sink_amounts=None, sink_premium=None, exdiv_days=None):
-        if settlement is None:
+        if settlement is None and settlement_required:
             raise KBondArgumentError("settlement is required", 1)
         if is_sequence(coupon):
             # Stepped coupons: coupon[i] is in force up to step_dates[i], the
@@ -93,30 +98,34 @@ class BondArguments:
                 if maturity is None:
                     raise KBondArgumentError("maturity or step_dates is required", 1)
                 step_dates = [maturity]
-            elif maturity is not None and to_serial(maturity) != to_serial(step_dates[-1]):
+            elif not is_sequence(step_dates) or len(step_dates) == 0:
+                raise KBondArgumentError("step_dates must be a non-empty sequence of dates", 50)
+            elif maturity is not None and (to_serial(maturity, "maturity")
+                                           != to_serial(step_dates[-1], "step_dates")):
                 raise KBondArgumentError("maturity must be the last of step_dates", 1)
-            dates, n_dates = date_array(step_dates)
+            dates, n_dates = date_array(step_dates, "step_dates")
         else:
             if maturity is None:
                 raise KBondArgumentError("maturity is required", 1)
             if step_dates is not None:
                 raise KBondArgumentError("step_dates needs one coupon per step", 1)
             coupons = (ctypes.c_double * 1)(as_float("coupon", coupon))
-            dates = (ctypes.c_int32 * 1)(to_serial(maturity))
+            dates = (ctypes.c_int32 * 1)(to_serial(maturity, "maturity"))
             n_coupons = n_dates = 1
         freq = [frequency or 0] if frequency is not None else []
         if amortisation_frequency is not None:
             freq = [freq[0] if freq else 0, amortisation_frequency]
         freq_buf = (ctypes.c_int32 * 2)(*[as_int("frequency", f) for f in freq]) if freq else None
-        holiday_buf, n_holidays = date_array(holidays)
-        sink_buf, n_sink = date_array(sink_dates)
-        ends_buf, n_ends = date_array(sink_ends)
+        holiday_buf, n_holidays = date_array(holidays, "holidays")
+        sink_buf, n_sink = date_array(sink_dates, "sink_dates")
+        ends_buf, n_ends = date_array(sink_ends, "sink_ends")
         amounts_buf, _ = double_array("sink_amounts", sink_amounts)
         code = type_code(bond_type)
         self.values = {
             "coupons": coupons, "n_coupons": n_coupons, "dates": dates, "n_dates": n_dates,
-            "settlement": to_serial(settlement), "dated_date": date_ptr(dated_date),
-            "first_coupon": date_ptr(first_coupon),
+            "settlement": 0 if settlement is None else to_serial(settlement, "settlement"),
+            "dated_date": date_ptr(dated_date, "dated_date"),
+            "first_coupon": date_ptr(first_coupon, "first_coupon"),
             "type": None if code is None else ctypes.pointer(ctypes.c_int32(code)),
             "frequency": freq_buf, "n_frequency": len(freq),
             "redemption": double_ptr("redemption", redemption),
@@ -132,19 +141,25 @@ class BondArguments:
             "sink_premium": double_ptr("sink_premium", sink_premium),
             "exdiv_days": int_ptr("exdiv_days", exdiv_days),
         }
+        # The schedule-only exports (coupon dates, ex-dividend date, average
+        # life) take the maturity by value and a few arguments of their own.
+        self.values["maturity"] = self.values["reference_coupon"] = dates[n_dates - 1]
+        self.values["eom"] = None
+        self.values["exdiv_period"] = self.values["exdiv_days"]
+        self.values["weekend_flags"] = (None if weekend_flags is None else ctypes.pointer(
+            ctypes.c_uint8(as_int("weekend_flags", weekend_flags))))
         self.error = ctypes.c_int32(0)
         self.values["error"] = ctypes.byref(self.error)
 
     def call_list(self, export, own):
         """The argument list of `export`, own arguments taken from `own`."""
-        _, signature = _library.STRAIGHT[export]
-        return [own[name] if name in own else self.values[name] for name, _ in signature]
+        return [own[name] if name in own else self.values[name]
+                for name in _library.argument_names(export)]
 
     @staticmethod
     def slot(export, name):
         """Position of argument `name` in the argument list of `export`."""
-        _, signature = _library.STRAIGHT[export]
-        return [n for n, _ in signature].index(name)
+        return _library.argument_names(export).index(name)
 
 
 def finite_or_nan(value):

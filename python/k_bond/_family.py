@@ -23,20 +23,12 @@ DateLike = Union[_dt.date, str, int]
 # A coupon rate, or one rate per coupon step.
 Rates = Union[float, Sequence[float]]
 
-_bound = {}
-
-
 def export(name):
-    """The library's function `name` with its argument and result types set."""
-    fn = _bound.get(name)
+    """The library's function `name`; the loader binds every export's
+    argument and result types from the header's prototypes."""
+    fn = getattr(_library.library(), name, None)
     if fn is None:
-        fn = getattr(_library.library(), name, None)
-        if fn is None:
-            raise KBondNotFoundError(f"{_library.library_path()} does not export {name}")
-        restype, signature = PROTOTYPES[name]
-        fn.restype = restype
-        fn.argtypes = [ctype for _, ctype in signature]
-        _bound[name] = fn
+        raise KBondNotFoundError(f"{_library.library_path()} does not export {name}")
     return fn
 
 

@@ -1,166 +1,161 @@
-"""Finding and loading libk_bond.so, and the C prototypes of its exports."""
+"""Finding and loading the shared library, with every export's prototype bound.
+
+The library is looked for, in order: at the path in KBOND_LIBRARY (when
+set), next to this module (where `pip install` puts it), in the build trees
+of the source checkout holding this package, then where the system keeps
+shared libraries. KVLbond_initMT is called once, right after loading, since
+Python programs use threads as a matter of course.
+"""
 
 import ctypes
 import ctypes.util
 import glob
 import os
+import sys
+import threading
 
+from ._prototypes import PROTOTYPES
 from .errors import KBondNotFoundError
 
-D = ctypes.c_double
-I32 = ctypes.c_int32
-PD = ctypes.POINTER(ctypes.c_double)
-PI = ctypes.POINTER(ctypes.c_int32)
-PPD = ctypes.POINTER(PD)
-PPI = ctypes.POINTER(PI)
-PCHAR = ctypes.c_char_p
+if os.name == "nt":
+    LIBRARY_FILES = ("k_bond.dll", "libk_bond.dll")
+elif sys.platform == "darwin":
+    LIBRARY_FILES = ("libk_bond.dylib", "libk_bond.so")
+else:
+    LIBRARY_FILES = ("libk_bond.so",)
 
-# Common bond arguments of the straight-bond functions, in their C order
-# (the end-of-month override is not part of these exports).
-COMMON = (
-    ("coupons", PD), ("n_coupons", I32), ("dates", PI), ("n_dates", I32),
-    ("settlement", I32), ("dated_date", PI), ("first_coupon", PI), ("type", PI),
-    ("frequency", PI), ("n_frequency", I32), ("redemption", PD),
-    ("coupon_tax", PD), ("discount_tax", PD), ("horizon", PI),
-    ("issue_price", PD), ("yield_method", PI), ("bd_flags", PI),
-    ("holidays", PI), ("n_holidays", I32), ("factor", PD), ("sink_dates", PI),
-    ("n_sink", I32), ("sink_ends", PI), ("n_sink_ends", I32),
-    ("sink_amounts", PD), ("sink_premium", PD), ("exdiv_days", PI),
-)
-_COMMON_TYPES = dict(COMMON)
-
-
-def _common(*names_and_own):
-    """A signature made of common arguments (by name) and the function's own
-    (name, ctype) pairs, with the error pointer at the end."""
-    sig = []
-    for item in names_and_own:
-        sig.append((item, _COMMON_TYPES[item]) if isinstance(item, str) else item)
-    sig.append(("error", PI))
-    return tuple(sig)
-
-
-_ALL = tuple(name for name, _ in COMMON)
-
-
-def _insert_after(after, *own):
-    names = list(_ALL)
-    at = names.index(after) + 1
-    return _common(*(names[:at] + list(own) + names[at:]))
-
-
-_AI_ARGS = ("coupons", "n_coupons", "dates", "n_dates", "settlement", "dated_date",
-            "first_coupon", "type", "frequency", "n_frequency", "coupon_tax",
-            "factor", "sink_dates", "n_sink", "sink_ends", "n_sink_ends",
-            "sink_amounts", "sink_premium", "exdiv_days")
-
-# Straight-bond signatures: name -> (restype, ((arg name, ctype), ...)).
-STRAIGHT = {
-    "KVLbpr": (D, _insert_after("settlement", ("yield", D))),
-    "KVLbyld": (D, _insert_after("settlement", ("price", D))),
-    "KVLbconv": (D, _insert_after("settlement", ("yield", D))),
-    "KVLbdur": (D, _common(*(list(_ALL[:5]) + [("yield", D)] + list(_ALL[5:11])
-                              + [("duration_kind", PI)] + list(_ALL[11:])))),
-    "KVLbvalbp": (D, _common(*(list(_ALL[:5]) + [("yield", D)] + list(_ALL[5:15])
-                                + [("scale", PD)] + list(_ALL[15:])))),
-    "KVLbai": (D, _common(*_AI_ARGS)),
-    "KVLbai1": (D, _common(*(_AI_ARGS + ("bd_flags", "holidays", "n_holidays")))),
-    "KVLbcshflw": (I32, _common(*([("out_dates", PPI), ("out_coupons", PPD),
-                                   ("out_principal", PPD), ("out_periods", PPD)]
-                                  + list(_ALL[:15]) + [("price", PD)] + list(_ALL[15:])))),
-}
-
-# Other exports used by the package: name -> (restype, argtypes).
-OTHER = {
-    "KVLbondver": (PCHAR, ()),
-    "KVLbtype": (None, (I32, PI, ctypes.POINTER(PCHAR), PI, ctypes.POINTER(PCHAR), PI)),
-    "KVLbtable": (I32, (ctypes.POINTER(PI), ctypes.POINTER(PI),
-                        ctypes.POINTER(ctypes.POINTER(PCHAR)),
-                        ctypes.POINTER(ctypes.POINTER(PCHAR)),
-                        ctypes.POINTER(PI), ctypes.POINTER(PCHAR))),
-    "KVLbcshflw_free": (None, (PI, PD, PD, PD)),
-    "KVLbcpn": (I32, (I32, I32, PI, PI, PI, PI, PI, PI, PI)),
-    "KVLbncpn": (I32, (I32, I32, PI, PI, PI, PI, PI, PI)),
-    "KVLbfact1": (D, (D, I32, I32, PI, PI, I32, PI, PI, PI, PI, PI, PD, PI, PI)),
-    "KVLfrnsm": (D, (I32, I32, D, D, D, D, PI, PI, PI, PI, PI, PI)),
-    "KVLfrndm": (D, (I32, I32, D, D, D, D, D, PI, PI, PI, PI, PI, PI)),
-    "KVLfrnai": (D, (PD, PI, I32, I32, I32, PI, PI, I32, PI, PI, PI, PI, PI, I32, PI)),
-    "KVLfrnpr": (D, (PD, PI, I32, I32, I32, D, PI, PI, I32, PI, PI, PD, PD, PD, PI,
-                     PI, PI, PI, PI, I32, PI)),
-    "KVLfrnyld": (D, (PD, PI, I32, I32, I32, D, PI, PI, I32, PI, PI, PD, PD, PD, PI,
-                      PI, PI, PI, PI, I32, PI)),
-}
-
-_SEARCH_DIRS = ("release", "relwithdebinfo", "debug", "default", "asan/python",
-                "tsan/python")
+_PACKAGE_DIR = os.path.dirname(os.path.abspath(__file__))
+_BUILD_DIRS = ("release", "relwithdebinfo", "debug", "default", "asan/python",
+               "tsan/python")
 
 
 def candidate_paths():
-    """Where the library is looked for, in order: KBOND_LIBRARY, the build
-    trees of the source checkout holding this package, the system."""
+    """The paths tried, in order."""
     env = os.environ.get("KBOND_LIBRARY")
     if env:
         return [env]
-    repo = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-    build = os.path.join(repo, "build")
-    paths = [os.path.join(build, d, "libk_bond.so") for d in _SEARCH_DIRS]
-    # Any other build directory, sanitized trees last: their library needs
-    # the sanitizer runtime preloaded into the interpreter.
-    others = sorted(glob.glob(os.path.join(build, "*", "libk_bond.so")),
-                    key=lambda p: ("san" in os.path.basename(os.path.dirname(p)), p))
-    paths += [p for p in others if p not in paths]
+    paths = [os.path.join(_PACKAGE_DIR, name) for name in LIBRARY_FILES]
+    build = os.path.join(os.path.dirname(os.path.dirname(_PACKAGE_DIR)), "build")
+    for name in LIBRARY_FILES:
+        paths += [os.path.join(build, d, name) for d in _BUILD_DIRS]
+        # Any other build directory, sanitized trees last: their library
+        # needs the sanitizer runtime preloaded into the interpreter.
+        others = sorted(glob.glob(os.path.join(build, "*", name)),
+                        key=lambda p: ("san" in os.path.basename(os.path.dirname(p)), p))
+        paths += [p for p in others if p not in paths]
     system = ctypes.util.find_library("k_bond")
     if system:
         paths.append(system)
     return paths
 
 
+def _open(path):
+    # 32-bit Windows builds use the system calling convention (stdcall).
+    if os.name == "nt" and ctypes.sizeof(ctypes.c_void_p) == 4:
+        return ctypes.WinDLL(path)
+    return ctypes.CDLL(path)
+
+
 def _bind(lib):
-    for name, (restype, sig) in STRAIGHT.items():
+    """Sets restype and argtypes of every export the library has; returns the
+    names of the exports it lacks (an older or partial build)."""
+    missing = []
+    for name, (restype, arguments) in PROTOTYPES.items():
         fn = getattr(lib, name, None)
-        if fn is not None:
-            fn.restype = restype
-            fn.argtypes = [ctype for _, ctype in sig]
-    for name, (restype, argtypes) in OTHER.items():
-        fn = getattr(lib, name, None)
-        if fn is not None:
-            fn.restype = restype
-            fn.argtypes = list(argtypes)
-    return lib
+        if fn is None:
+            missing.append(name)
+            continue
+        fn.restype = restype
+        fn.argtypes = [ctype for _, ctype in arguments]
+    return missing
 
 
 def load():
-    """Loads the first library found; KBondNotFoundError when there is none."""
+    """Loads and binds the first library found, calls KVLbond_initMT, and
+    returns (library, path). KBondNotFoundError when there is none."""
     tried = []
     for path in candidate_paths():
-        if not os.path.exists(path) and os.sep in path:
+        if os.sep in path and not os.path.exists(path):
             tried.append(f"{path} (missing)")
             continue
         try:
-            return _bind(ctypes.CDLL(path)), path
+            lib = _open(path)
         except OSError as exc:
             tried.append(f"{path} ({exc})")
+            continue
+        missing = _bind(lib)
+        if "KVLbond_initMT" not in missing:
+            lib.KVLbond_initMT()
+        return lib, path, tuple(missing)
     raise KBondNotFoundError(
-        "libk_bond.so not found; build it (cmake --build build/release --target k_bond) "
-        "or set KBOND_LIBRARY to its path. Tried: " + "; ".join(tried or ["nothing"]))
+        "the k_bond shared library was not found; install the package with pip, build it "
+        "(cmake --build build/release --target k_bond) or set KBOND_LIBRARY to its path. "
+        "Tried: " + "; ".join(tried or ["nothing"]))
 
 
 _loaded = None
+_load_lock = threading.Lock()
 
 
 def library():
-    """The loaded library (loaded on first use)."""
+    """The loaded library, every export's argtypes and restype bound (loaded
+    on first use, once, even when several threads ask at the same time)."""
+    loaded = _loaded
+    if loaded is None:
+        loaded = _load_once()
+    return loaded[0]
+
+
+def _load_once():
     global _loaded
-    if _loaded is None:
-        _loaded = load()
-    return _loaded[0]
+    with _load_lock:
+        if _loaded is None:
+            _loaded = load()
+        return _loaded
 
 
 def library_path():
+    """The path the library was loaded from."""
     library()
     return _loaded[1]
 
 
+def missing_exports():
+    """Exports of the header that the loaded library lacks (normally none)."""
+    library()
+    return _loaded[2]
+
+
 def has(name):
     """True when the loaded library exports `name`."""
-    return getattr(library(), name, None) is not None
+    return name in PROTOTYPES and name not in missing_exports()
+
+
+_unchecked = {}
+
+
+def unchecked_function(export):
+    """`export` without argtypes (restype set): ctypes then skips converting
+    each argument through its declared type, which is most of the cost of a
+    call with thirty arguments. For callers that build every argument as the
+    C type it must be (c_double for doubles, int for int32, byref or an array
+    for pointers, None for NULL), as Bond does."""
+    fn = _unchecked.get(export)
+    if fn is None:
+        fn = library()[export]
+        fn.restype = PROTOTYPES[export][0]
+        _unchecked[export] = fn
+    return fn
+
+
+_names = {export: [name for name, _ in arguments] for export, (_, arguments) in PROTOTYPES.items()}
+
+
+def argument_names(export):
+    """The C argument names of `export`, in order."""
+    return _names[export]
+
+
+def library_version():
+    """The library's own version text ("v2002.0p0nt")."""
+    return library().KVLbondver().decode()

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,15 @@ struct Bond {
   int32_t frequency = 0;      // 0: the type's default
   double redemption = 100.0;  // per 100 of face
 };
+
+// An everyday name of a bond type's base code ("gilt" is 40).
+struct Nickname {
+  const char* name;
+  int32_t code;
+};
+
+// Every nickname, in the order of the shared nickname file.
+std::span<const Nickname> nicknames();
 
 // A bond type from a code ("40"), a catalogue name ("Gilt", any case) or a
 // market nickname ("gilt", "ust", "bund", "jgb", ...). On failure returns

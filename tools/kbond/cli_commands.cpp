@@ -115,8 +115,14 @@ int cmd_type(const Options& o) {
   Report r;
   r.integer("code", "Code", code);
   r.text("name", "Name", name);
-  r.integer("frequency", "Coupons per year", frequency);
-  r.text("day_count", "Accrued day count", daycount);
+  if (frequency < 0) {
+    // Yankee bonds (810) follow their issuer's market: no conventions of their own.
+    r.text("frequency", "Coupons per year", "none of its own: give --frequency");
+    r.text("day_count", "Accrued day count", "none of its own");
+  } else {
+    r.integer("frequency", "Coupons per year", frequency);
+    r.text("day_count", "Accrued day count", daycount);
+  }
   r.integer("end_of_month", "End-of-month rule", eom);
   r.print(stdout, o.json);
   return kExitOk;
@@ -124,6 +130,18 @@ int cmd_type(const Options& o) {
 
 int cmd_types(const Options& o) {
   if (!o.positional.empty()) return report_usage_error("types", "takes no arguments");
+  if (o.nicknames) {
+    std::vector<std::vector<std::string>> cells;
+    for (const auto& n : nicknames()) {
+      const char* name = nullptr;
+      KVLbtype(n.code, nullptr, nullptr, nullptr, &name, nullptr);
+      cells.push_back({n.name, std::to_string(n.code), name});
+    }
+    Report r;
+    r.table("nicknames", {"nickname", "code", "name"}, {false, true, false}, std::move(cells));
+    r.print(stdout, o.json);
+    return kExitOk;
+  }
   const int32_t* codes = nullptr;
   const int32_t* eom_codes = nullptr;
   const char* const* names = nullptr;

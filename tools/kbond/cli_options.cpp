@@ -35,6 +35,7 @@ bool parse_options(int argc, char** argv, int first, Options* out, std::string* 
     if (arg == "--json") { out->json = true; continue; }
     if (arg == "--decimal") { out->decimal = true; continue; }
     if (arg == "--table") { out->table = true; continue; }
+    if (arg == "--nicknames") { out->nicknames = true; continue; }
     if (arg == "--help" || arg == "-h") { out->help = true; continue; }
     if (arg.size() < 2 || arg[0] != '-' || (arg.size() > 1 && std::isdigit(static_cast<unsigned char>(arg[1])))) {
       out->positional.emplace_back(arg);

@@ -18,6 +18,7 @@ struct Options {
   bool decimal = false;  // coupons and yields as decimal fractions, not percent
   bool help = false;
   bool table = false;    // batch: aligned table instead of CSV
+  bool nicknames = false;  // types: the nickname list instead of the catalogue
 
   bool has(std::string_view name) const;
   const std::string* get(std::string_view name) const;

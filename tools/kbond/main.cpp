@@ -72,7 +72,9 @@ constexpr Command kCommands[] = {
      "end-of-month rule. TYPE is a code, a catalogue name or a nickname.",
      cmd_type, false},
     {"types", "the bond type catalogue",
-     "kbond types", "The bond type catalogue: every base code with its conventions.",
+     "kbond types [--nicknames]",
+     "The bond type catalogue: every base code with its conventions. With --nicknames,\n"
+     "the everyday names that --type accepts (gilt, ust, acgb, ...) and their codes.",
      cmd_types, false},
     {"batch", "analytics for a portfolio in a CSV file",
      "kbond batch FILE.csv [-o OUT.csv] [--table] [--decimal]",
