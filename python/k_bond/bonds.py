@@ -8,563 +8,65 @@ and asks it, so a loop over many calls on one bond is faster with a Bond.
 
     >>> k_bond.price(yield_=0.045, coupon=0.0425, maturity="2034-11-15",
     ...              settlement="2025-01-15", bond_type="treasury")
+
+Every function is made from the Bond method of the same measure: its
+signature (what `inspect.signature` and editors show) is the method's own
+arguments followed by Bond's, all keyword-only, so the two can never drift.
 """
 
-import datetime
-from typing import Optional, Sequence
+import inspect
 
-from .bond import Bond, CashflowTable, Coupon, Risk
-from .dates import DateLike
-from .types import TypeLike
+from .bond import Bond
 
-
-def price(*, yield_: float, settlement: DateLike, coupon: Coupon,
-          maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-          frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-          dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-          redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-          discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-          issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-          weekend_flags: Optional[int] = None, holidays: Optional[Sequence[DateLike]] = None,
-          exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-          sink_dates: Optional[Sequence[DateLike]] = None,
-          sink_ends: Optional[Sequence[DateLike]] = None,
-          sink_amounts: Optional[Sequence[float]] = None, sink_premium: Optional[float] = None,
-          amortisation_frequency: Optional[int] = None) -> float:
-    """Clean price per 100 from a yield (KVLbpr).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.price)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.price(yield_, settlement)
+_KW = inspect.Parameter.KEYWORD_ONLY
+# Bond's description as keyword-only parameters, `type` spelled `bond_type`
+# so that it does not shadow the built-in.
+_BOND_PARAMETERS = tuple(
+    p.replace(name="bond_type" if p.name == "type" else p.name, kind=_KW)
+    for p in inspect.signature(Bond.__init__).parameters.values() if p.name != "self")
+_BOND_NAMES = frozenset(p.name for p in _BOND_PARAMETERS)
 
 
-def bond_yield(*, price: float, settlement: DateLike, coupon: Coupon,
-               maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-               frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-               dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-               redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-               discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-               issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-               weekend_flags: Optional[int] = None, holidays: Optional[Sequence[DateLike]] = None,
-               exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-               sink_dates: Optional[Sequence[DateLike]] = None,
-               sink_ends: Optional[Sequence[DateLike]] = None,
-               sink_amounts: Optional[Sequence[float]] = None,
-               sink_premium: Optional[float] = None,
-               amortisation_frequency: Optional[int] = None) -> float:
-    """Yield to maturity (decimal per year) from a clean price per 100 (KVLbyld).
+def _from_method(public_name, method_name):
+    """The one-call function for Bond.<method_name>: builds the Bond from its
+    keywords and calls the method with the rest."""
+    method = getattr(Bond, method_name)
+    own = tuple(p.replace(kind=_KW) for p in inspect.signature(method).parameters.values()
+                if p.name != "self")
+    signature = inspect.Signature(own + _BOND_PARAMETERS,
+                                  return_annotation=inspect.signature(method).return_annotation)
 
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.yield_)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.yield_(price, settlement)
+    def function(**arguments):
+        bound = signature.bind(**arguments)  # TypeError for unknown or missing names
+        bond = {("type" if k == "bond_type" else k): v
+                for k, v in bound.arguments.items() if k in _BOND_NAMES}
+        call = {k: v for k, v in bound.arguments.items() if k not in _BOND_NAMES}
+        return getattr(Bond(**bond), method_name)(**call)
+
+    function.__name__ = function.__qualname__ = public_name
+    function.__module__ = __name__
+    function.__signature__ = signature
+    function.__doc__ = (inspect.getdoc(method) + "\n\nThe bond arguments are Bond's (bond_type "
+                        f"for its `type`); see help(k_bond.Bond).")
+    return function
 
 
-def accrued(*, settlement: DateLike, coupon: Coupon, maturity: Optional[DateLike] = None,
-            bond_type: TypeLike = None, frequency: Optional[int] = None,
-            step_dates: Optional[Sequence[DateLike]] = None, dated_date: Optional[DateLike] = None,
-            first_coupon: Optional[DateLike] = None, redemption: Optional[float] = None,
-            coupon_tax: Optional[float] = None, discount_tax: Optional[float] = None,
-            horizon: Optional[int] = None, issue_price: Optional[float] = None,
-            yield_method: Optional[int] = None, weekend_flags: Optional[int] = None,
-            holidays: Optional[Sequence[DateLike]] = None, exdiv_days: Optional[int] = None,
-            factor: Optional[float] = None, sink_dates: Optional[Sequence[DateLike]] = None,
-            sink_ends: Optional[Sequence[DateLike]] = None,
-            sink_amounts: Optional[Sequence[float]] = None, sink_premium: Optional[float] = None,
-            amortisation_frequency: Optional[int] = None) -> float:
-    """Accrued interest per 100 at settlement, negative ex-dividend (KVLbai1).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.accrued)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.accrued(settlement)
-
-
-def horizon_yield(*, price: float, horizon_date: DateLike, horizon_price: float,
-                  settlement: DateLike, coupon: Coupon, maturity: Optional[DateLike] = None,
-                  bond_type: TypeLike = None, frequency: Optional[int] = None,
-                  step_dates: Optional[Sequence[DateLike]] = None,
-                  dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-                  redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-                  discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-                  issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-                  weekend_flags: Optional[int] = None,
-                  holidays: Optional[Sequence[DateLike]] = None, exdiv_days: Optional[int] = None,
-                  factor: Optional[float] = None, sink_dates: Optional[Sequence[DateLike]] = None,
-                  sink_ends: Optional[Sequence[DateLike]] = None,
-                  sink_amounts: Optional[Sequence[float]] = None,
-                  sink_premium: Optional[float] = None,
-                  amortisation_frequency: Optional[int] = None) -> float:
-    """Yield from settlement to a sale at `horizon_price` on `horizon_date` (KVLbhyld).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.horizon_yield)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.horizon_yield(price, settlement, horizon_date, horizon_price)
-
-
-def realized_yield(*, price: float, reinvestment_rate: float, settlement: DateLike, coupon: Coupon,
-                   maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-                   frequency: Optional[int] = None,
-                   step_dates: Optional[Sequence[DateLike]] = None,
-                   dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-                   redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-                   discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-                   issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-                   weekend_flags: Optional[int] = None,
-                   holidays: Optional[Sequence[DateLike]] = None, exdiv_days: Optional[int] = None,
-                   factor: Optional[float] = None, sink_dates: Optional[Sequence[DateLike]] = None,
-                   sink_ends: Optional[Sequence[DateLike]] = None,
-                   sink_amounts: Optional[Sequence[float]] = None,
-                   sink_premium: Optional[float] = None,
-                   amortisation_frequency: Optional[int] = None) -> float:
-    """Realized compound yield with coupons reinvested at `reinvestment_rate` (KVLbryld).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.realized_yield)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.realized_yield(price, settlement, reinvestment_rate)
-
-
-def average_life_yield(*, price: float, settlement: DateLike, coupon: Coupon,
-                       maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-                       frequency: Optional[int] = None,
-                       step_dates: Optional[Sequence[DateLike]] = None,
-                       dated_date: Optional[DateLike] = None,
-                       first_coupon: Optional[DateLike] = None, redemption: Optional[float] = None,
-                       coupon_tax: Optional[float] = None, discount_tax: Optional[float] = None,
-                       horizon: Optional[int] = None, issue_price: Optional[float] = None,
-                       yield_method: Optional[int] = None, weekend_flags: Optional[int] = None,
-                       holidays: Optional[Sequence[DateLike]] = None,
-                       exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-                       sink_dates: Optional[Sequence[DateLike]] = None,
-                       sink_ends: Optional[Sequence[DateLike]] = None,
-                       sink_amounts: Optional[Sequence[float]] = None,
-                       sink_premium: Optional[float] = None,
-                       amortisation_frequency: Optional[int] = None) -> float:
-    """Yield to the average-life date of a sinking-fund bond (KVLbyldal).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.average_life_yield)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.average_life_yield(price, settlement)
-
-
-def yield_to_worst(*, price: float, call_dates: Sequence[DateLike] = (),
-                   call_prices: Sequence[float] = (), settlement: DateLike, coupon: Coupon,
-                   maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-                   frequency: Optional[int] = None,
-                   step_dates: Optional[Sequence[DateLike]] = None,
-                   dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-                   redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-                   discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-                   issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-                   weekend_flags: Optional[int] = None,
-                   holidays: Optional[Sequence[DateLike]] = None, exdiv_days: Optional[int] = None,
-                   factor: Optional[float] = None, sink_dates: Optional[Sequence[DateLike]] = None,
-                   sink_ends: Optional[Sequence[DateLike]] = None,
-                   sink_amounts: Optional[Sequence[float]] = None,
-                   sink_premium: Optional[float] = None,
-                   amortisation_frequency: Optional[int] = None) -> float:
-    """Lowest of the yield to maturity and the yields to each call (KVLbyworst).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.yield_to_worst)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.yield_to_worst(price, settlement, call_dates=call_dates, call_prices=call_prices)
-
-
-def remaining_life(*, yield_: Optional[float] = None, price: Optional[float] = None,
-                   settlement: DateLike, coupon: Coupon, maturity: Optional[DateLike] = None,
-                   bond_type: TypeLike = None, frequency: Optional[int] = None,
-                   step_dates: Optional[Sequence[DateLike]] = None,
-                   dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-                   redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-                   discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-                   issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-                   weekend_flags: Optional[int] = None,
-                   holidays: Optional[Sequence[DateLike]] = None, exdiv_days: Optional[int] = None,
-                   factor: Optional[float] = None, sink_dates: Optional[Sequence[DateLike]] = None,
-                   sink_ends: Optional[Sequence[DateLike]] = None,
-                   sink_amounts: Optional[Sequence[float]] = None,
-                   sink_premium: Optional[float] = None,
-                   amortisation_frequency: Optional[int] = None) -> float:
-    """Remaining life in years at a yield or a clean price (KVLbel).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.remaining_life)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.remaining_life(settlement, yield_=yield_, price=price)
-
-
-def duration(*, yield_: float, macaulay: bool = False, settlement: DateLike, coupon: Coupon,
-             maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-             frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-             dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-             redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-             discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-             issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-             weekend_flags: Optional[int] = None, holidays: Optional[Sequence[DateLike]] = None,
-             exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-             sink_dates: Optional[Sequence[DateLike]] = None,
-             sink_ends: Optional[Sequence[DateLike]] = None,
-             sink_amounts: Optional[Sequence[float]] = None, sink_premium: Optional[float] = None,
-             amortisation_frequency: Optional[int] = None) -> float:
-    """Modified duration in years at a yield; Macaulay when asked (KVLbdur).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.duration)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.duration(yield_, settlement, macaulay=macaulay)
-
-
-def convexity(*, yield_: float, settlement: DateLike, coupon: Coupon,
-              maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-              frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-              dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-              redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-              discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-              issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-              weekend_flags: Optional[int] = None, holidays: Optional[Sequence[DateLike]] = None,
-              exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-              sink_dates: Optional[Sequence[DateLike]] = None,
-              sink_ends: Optional[Sequence[DateLike]] = None,
-              sink_amounts: Optional[Sequence[float]] = None, sink_premium: Optional[float] = None,
-              amortisation_frequency: Optional[int] = None) -> float:
-    """Convexity in years squared at a yield (KVLbconv).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.convexity)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.convexity(yield_, settlement)
-
-
-def pvbp(*, yield_: float, scale: Optional[float] = None, settlement: DateLike, coupon: Coupon,
-         maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-         frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-         dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-         redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-         discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-         issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-         weekend_flags: Optional[int] = None, holidays: Optional[Sequence[DateLike]] = None,
-         exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-         sink_dates: Optional[Sequence[DateLike]] = None,
-         sink_ends: Optional[Sequence[DateLike]] = None,
-         sink_amounts: Optional[Sequence[float]] = None, sink_premium: Optional[float] = None,
-         amortisation_frequency: Optional[int] = None) -> float:
-    """Price value of a basis point per 100 of face (KVLbvalbp).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.pvbp)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.pvbp(yield_, settlement, scale=scale)
-
-
-def value_of_32nd(*, yield_: float, ticks_per_point: Optional[float] = None, settlement: DateLike,
-                  coupon: Coupon, maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-                  frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-                  dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-                  redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-                  discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-                  issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-                  weekend_flags: Optional[int] = None,
-                  holidays: Optional[Sequence[DateLike]] = None, exdiv_days: Optional[int] = None,
-                  factor: Optional[float] = None, sink_dates: Optional[Sequence[DateLike]] = None,
-                  sink_ends: Optional[Sequence[DateLike]] = None,
-                  sink_amounts: Optional[Sequence[float]] = None,
-                  sink_premium: Optional[float] = None,
-                  amortisation_frequency: Optional[int] = None) -> float:
-    """Yield value of a 32nd (or another tick) in basis points (KVLbval32).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.value_of_32nd)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.value_of_32nd(yield_, settlement, ticks_per_point=ticks_per_point)
-
-
-def risk(*, yield_: float, settlement: DateLike, coupon: Coupon,
-         maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-         frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-         dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-         redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-         discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-         issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-         weekend_flags: Optional[int] = None, holidays: Optional[Sequence[DateLike]] = None,
-         exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-         sink_dates: Optional[Sequence[DateLike]] = None,
-         sink_ends: Optional[Sequence[DateLike]] = None,
-         sink_amounts: Optional[Sequence[float]] = None, sink_premium: Optional[float] = None,
-         amortisation_frequency: Optional[int] = None) -> Risk:
-    """Price, durations, convexity and PVBP at one yield, as a Risk record.
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.risk)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.risk(yield_, settlement)
-
-
-def coupon_amount(*, settlement: DateLike, coupon: Coupon, maturity: Optional[DateLike] = None,
-                  bond_type: TypeLike = None, frequency: Optional[int] = None,
-                  step_dates: Optional[Sequence[DateLike]] = None,
-                  dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-                  redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-                  discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-                  issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-                  weekend_flags: Optional[int] = None,
-                  holidays: Optional[Sequence[DateLike]] = None, exdiv_days: Optional[int] = None,
-                  factor: Optional[float] = None, sink_dates: Optional[Sequence[DateLike]] = None,
-                  sink_ends: Optional[Sequence[DateLike]] = None,
-                  sink_amounts: Optional[Sequence[float]] = None,
-                  sink_premium: Optional[float] = None,
-                  amortisation_frequency: Optional[int] = None) -> float:
-    """Coupon of the current period per 100, net of coupon tax (KVLbcamt).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.coupon_amount)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.coupon_amount(settlement)
-
-
-def coupon_date(*, k: int = 1, settlement: DateLike, coupon: Coupon,
-                maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-                frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-                dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-                redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-                discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-                issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-                weekend_flags: Optional[int] = None, holidays: Optional[Sequence[DateLike]] = None,
-                exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-                sink_dates: Optional[Sequence[DateLike]] = None,
-                sink_ends: Optional[Sequence[DateLike]] = None,
-                sink_amounts: Optional[Sequence[float]] = None,
-                sink_premium: Optional[float] = None,
-                amortisation_frequency: Optional[int] = None) -> datetime.date:
-    """Coupon date counted from settlement: 1 the next, 0 the last on or before it (KVLbcpn).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.coupon_date)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.coupon_date(settlement, k)
-
-
-def coupons_remaining(*, settlement: DateLike, coupon: Coupon, maturity: Optional[DateLike] = None,
-                      bond_type: TypeLike = None, frequency: Optional[int] = None,
-                      step_dates: Optional[Sequence[DateLike]] = None,
-                      dated_date: Optional[DateLike] = None,
-                      first_coupon: Optional[DateLike] = None, redemption: Optional[float] = None,
-                      coupon_tax: Optional[float] = None, discount_tax: Optional[float] = None,
-                      horizon: Optional[int] = None, issue_price: Optional[float] = None,
-                      yield_method: Optional[int] = None, weekend_flags: Optional[int] = None,
-                      holidays: Optional[Sequence[DateLike]] = None,
-                      exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-                      sink_dates: Optional[Sequence[DateLike]] = None,
-                      sink_ends: Optional[Sequence[DateLike]] = None,
-                      sink_amounts: Optional[Sequence[float]] = None,
-                      sink_premium: Optional[float] = None,
-                      amortisation_frequency: Optional[int] = None) -> int:
-    """Number of coupons still to be paid after settlement (KVLbncpn).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.coupons_remaining)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.coupons_remaining(settlement)
-
-
-def ex_dividend_date(*, settlement: DateLike, coupon: Coupon, maturity: Optional[DateLike] = None,
-                     bond_type: TypeLike = None, frequency: Optional[int] = None,
-                     step_dates: Optional[Sequence[DateLike]] = None,
-                     dated_date: Optional[DateLike] = None,
-                     first_coupon: Optional[DateLike] = None, redemption: Optional[float] = None,
-                     coupon_tax: Optional[float] = None, discount_tax: Optional[float] = None,
-                     horizon: Optional[int] = None, issue_price: Optional[float] = None,
-                     yield_method: Optional[int] = None, weekend_flags: Optional[int] = None,
-                     holidays: Optional[Sequence[DateLike]] = None,
-                     exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-                     sink_dates: Optional[Sequence[DateLike]] = None,
-                     sink_ends: Optional[Sequence[DateLike]] = None,
-                     sink_amounts: Optional[Sequence[float]] = None,
-                     sink_premium: Optional[float] = None,
-                     amortisation_frequency: Optional[int] = None) -> datetime.date:
-    """Ex-dividend date of the first coupon after settlement (KVLbexdiv).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.ex_dividend_date)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.ex_dividend_date(settlement)
-
-
-def average_life(*, settlement: DateLike, coupon: Coupon, maturity: Optional[DateLike] = None,
-                 bond_type: TypeLike = None, frequency: Optional[int] = None,
-                 step_dates: Optional[Sequence[DateLike]] = None,
-                 dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-                 redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-                 discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-                 issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-                 weekend_flags: Optional[int] = None,
-                 holidays: Optional[Sequence[DateLike]] = None, exdiv_days: Optional[int] = None,
-                 factor: Optional[float] = None, sink_dates: Optional[Sequence[DateLike]] = None,
-                 sink_ends: Optional[Sequence[DateLike]] = None,
-                 sink_amounts: Optional[Sequence[float]] = None,
-                 sink_premium: Optional[float] = None,
-                 amortisation_frequency: Optional[int] = None) -> float:
-    """Average life in years, weighted by principal repaid (KVLbal).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.average_life)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.average_life(settlement)
-
-
-def cashflows(*, price: Optional[float] = None, frame: bool = False, settlement: DateLike,
-              coupon: Coupon, maturity: Optional[DateLike] = None, bond_type: TypeLike = None,
-              frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-              dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-              redemption: Optional[float] = None, coupon_tax: Optional[float] = None,
-              discount_tax: Optional[float] = None, horizon: Optional[int] = None,
-              issue_price: Optional[float] = None, yield_method: Optional[int] = None,
-              weekend_flags: Optional[int] = None, holidays: Optional[Sequence[DateLike]] = None,
-              exdiv_days: Optional[int] = None, factor: Optional[float] = None,
-              sink_dates: Optional[Sequence[DateLike]] = None,
-              sink_ends: Optional[Sequence[DateLike]] = None,
-              sink_amounts: Optional[Sequence[float]] = None, sink_premium: Optional[float] = None,
-              amortisation_frequency: Optional[int] = None) -> CashflowTable:
-    """Remaining cash flows: a list of Cashflow rows, or a DataFrame with frame=True (KVLbcshflw).
-
-    The bond arguments are Bond's (bond_type for its `type`); see
-    help(k_bond.Bond) and help(k_bond.Bond.cashflows)."""
-    bond = Bond(coupon=coupon, maturity=maturity, type=bond_type, frequency=frequency,
-                step_dates=step_dates, dated_date=dated_date, first_coupon=first_coupon,
-                redemption=redemption, coupon_tax=coupon_tax, discount_tax=discount_tax,
-                horizon=horizon, issue_price=issue_price, yield_method=yield_method,
-                weekend_flags=weekend_flags, holidays=holidays, exdiv_days=exdiv_days,
-                factor=factor, sink_dates=sink_dates, sink_ends=sink_ends,
-                sink_amounts=sink_amounts, sink_premium=sink_premium,
-                amortisation_frequency=amortisation_frequency)
-    return bond.cashflows(settlement, price=price, frame=frame)
+price = _from_method("price", "price")
+bond_yield = _from_method("bond_yield", "yield_")
+accrued = _from_method("accrued", "accrued")
+horizon_yield = _from_method("horizon_yield", "horizon_yield")
+realized_yield = _from_method("realized_yield", "realized_yield")
+average_life_yield = _from_method("average_life_yield", "average_life_yield")
+yield_to_worst = _from_method("yield_to_worst", "yield_to_worst")
+remaining_life = _from_method("remaining_life", "remaining_life")
+duration = _from_method("duration", "duration")
+convexity = _from_method("convexity", "convexity")
+pvbp = _from_method("pvbp", "pvbp")
+value_of_32nd = _from_method("value_of_32nd", "value_of_32nd")
+risk = _from_method("risk", "risk")
+coupon_amount = _from_method("coupon_amount", "coupon_amount")
+coupon_date = _from_method("coupon_date", "coupon_date")
+coupons_remaining = _from_method("coupons_remaining", "coupons_remaining")
+ex_dividend_date = _from_method("ex_dividend_date", "ex_dividend_date")
+average_life = _from_method("average_life", "average_life")
+cashflows = _from_method("cashflows", "cashflows")
