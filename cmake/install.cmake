@@ -40,16 +40,17 @@ install(FILES ${PROJECT_BINARY_DIR}/k_bondConfig.cmake ${PROJECT_BINARY_DIR}/k_b
   DESTINATION ${KBOND_CMAKE_DIR})
 
 # ---- pkg-config -------------------------------------------------------------
-# The static archive is C++ inside: a C program that links it statically
-# needs the C++ runtime (what the C++ compiler links beyond the C compiler)
-# and the threads library.
+# The static archive is C++ inside: a program linked by the C compiler needs
+# the C++ runtime too (what the C++ compiler links beyond the C compiler:
+# libstdc++ and libm with GCC), and the threads library.
 set(KBOND_PC_PRIVATE "")
 foreach(lib IN LISTS CMAKE_CXX_IMPLICIT_LINK_LIBRARIES)
-  if(NOT lib IN_LIST CMAKE_C_IMPLICIT_LINK_LIBRARIES AND NOT lib MATCHES "^-")
+  if(NOT lib IN_LIST CMAKE_C_IMPLICIT_LINK_LIBRARIES AND NOT lib MATCHES "^-"
+     AND NOT "-l${lib}" IN_LIST KBOND_PC_PRIVATE)
     list(APPEND KBOND_PC_PRIVATE "-l${lib}")
+    target_link_libraries(k_bond_static INTERFACE "$<$<NOT:$<LINK_LANGUAGE:CXX>>:${lib}>")
   endif()
 endforeach()
-list(REMOVE_DUPLICATES KBOND_PC_PRIVATE)
 if(CMAKE_THREAD_LIBS_INIT)
   list(PREPEND KBOND_PC_PRIVATE ${CMAKE_THREAD_LIBS_INIT})
 endif()

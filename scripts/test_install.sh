@@ -49,7 +49,7 @@ clean_price="Clean price +98\.026057"
 mkdir -p "$tmp/consumer"
 cat >"$tmp/consumer/CMakeLists.txt" <<EOF
 cmake_minimum_required(VERSION 3.25)
-project(price_bond_consumer C CXX)
+project(price_bond_consumer C)
 option(USE_STATIC "link libk_bond.a" OFF)
 if(USE_STATIC)
   find_package(k_bond 2002 CONFIG REQUIRED COMPONENTS static)
