@@ -5,8 +5,10 @@ set -euo pipefail
 
 # clang-14 with its compiler runtime (libFuzzer, sanitizers) builds the fuzz
 # harnesses.
+# pkg-config, help2man (the kbond man page) and dpkg-dev (dpkg-shlibdeps for
+# the Debian package) serve the install test.
 packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3 libquantlib0-dev
-          clang-14 libclang-rt-14-dev)
+          clang-14 libclang-rt-14-dev pkg-config help2man dpkg-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
