@@ -59,7 +59,10 @@ run_under_wine() {  # <loader> <build dir>: both test programs
   if [ ! -f "$WINEPREFIX/system.reg" ]; then  # first use: create the prefix quietly
     "$loader" wineboot --init >/dev/null 2>&1 || true
   fi
-  (cd "$dir" && "$loader" ./kbond_stdcall_smoke.exe k_bond.dll && "$loader" ./kbond_import_link.exe)
+  (cd "$dir" && "$loader" ./kbond_stdcall_smoke.exe k_bond.dll && "$loader" ./kbond_import_link.exe) || return 1
+  # The kit's kbond.exe values the user guide's Treasury note.
+  (cd "$dir" && "$loader" ./kbond.exe price --type ust --coupon 4.25 --maturity 2034-11-15 \
+                 --settlement 2025-01-15 --yield 4.5) | tr -d '\r' | grep -E "^Clean price +98\.026057$"
 }
 
 status=0

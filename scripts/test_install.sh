@@ -104,6 +104,30 @@ else
          "$(tr -s ' \n' ' ' <"$tmp/log")"
 fi
 
+# add_subdirectory: the same target names; k_bond's tests, benchmarks and
+# programs stay out of the parent's build, which needs neither GoogleTest nor
+# Google Benchmark (configured only: the library itself is built above).
+mkdir -p "$tmp/parent"
+cat >"$tmp/parent/CMakeLists.txt" <<EOF
+cmake_minimum_required(VERSION 3.25)
+project(parent C)
+add_subdirectory($root k_bond)
+add_executable(price_bond $root/examples/price_bond.c)
+target_link_libraries(price_bond PRIVATE k_bond::k_bond)
+add_executable(price_bond_static $root/examples/price_bond.c)
+target_link_libraries(price_bond_static PRIVATE k_bond::k_bond_static)
+EOF
+if cmake -S "$tmp/parent" -B "$tmp/parent-build" -G Ninja -DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON \
+         -DCMAKE_DISABLE_FIND_PACKAGE_benchmark=ON >"$tmp/log" 2>&1; then
+  targets=$(ninja -C "$tmp/parent-build" -t targets all | sed 's/:.*//')
+  grep -qx price_bond_static <<<"$targets" || fail "add_subdirectory: k_bond::k_bond_static not usable"
+  extra=$(grep -E '^(kbond|date_demo|kbond_.*_tests|.*_benchmark)$' <<<"$targets" || true)
+  if [ -z "$extra" ]; then echo "install: ok: add_subdirectory builds the library alone"
+  else fail "add_subdirectory builds $(echo $extra)"; fi
+else
+  fail "add_subdirectory parent did not configure"; cat "$tmp/log"
+fi
+
 # ---- the Debian package -------------------------------------------------------
 rm -f "$build"/*.deb
 (cd "$build" && cpack -G DEB >"$tmp/log" 2>&1) || { fail "cpack -G DEB"; cat "$tmp/log"; }
