@@ -12,7 +12,10 @@ How C arguments become VBA ones (the rules, not a list of functions):
   any other const T*              an optional input: ByVal As LongPtr, pass 0 for
                                   NULL (the default) or VarPtr(x) for a value
   T* (not const)                  an output the library writes: ByRef As Long/Double
-  T** and char pointers           an address the library hands out: ByRef As LongPtr
+  T**                             an address the library hands out: ByRef As LongPtr
+  char*                           a string: ByVal As String (VBA passes a copy in
+                                  the ANSI code page, ending in NUL)
+  other pointers (void*, ...)     ByVal As LongPtr
   every pointer of a ..._free     the addresses handed out before: ByVal As LongPtr
   const char* result              As LongPtr (an address; see the user guide)
 Office 2010 and later (VBA7) read the PtrSafe branch, where LongPtr is 64 bits
@@ -27,7 +30,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 from header_exports import HEADER, read_exports  # noqa: E402
 
 DLL = "k_bond.dll"
-_SCALARS = {"double": "Double", "int32_t": "Long", "uint8_t": "Byte", "char": "Byte"}
+_SCALARS = {"double": "Double", "int32_t": "Long", "uint8_t": "Byte"}
 # VBA keywords that the header uses as argument names get a trailing underscore.
 _KEYWORDS = {
     "alias", "and", "as", "base", "boolean", "byref", "byte", "byval", "call", "case",
@@ -58,11 +61,17 @@ def vba_argument(export, index, ptr):
     arg = export.arguments[index]
     name = vba_name(arg.name)
     if not arg.is_pointer:
+        if arg.base not in _SCALARS:
+            raise SystemExit(f"{export.name}: no VBA type for '{arg.ctype} {arg.name}'")
         return f"ByVal {name} As {_SCALARS[arg.base]}"
     if export.name.endswith("_free"):
         return f"ByVal {name} As {ptr}"
-    if arg.depth > 1 or arg.base == "char":
+    if arg.depth > 1:
         return f"ByRef {name} As {ptr}"
+    if arg.base == "char":
+        return f"ByVal {name} As String"
+    if arg.base not in _SCALARS:
+        return f"ByVal {name} As {ptr}"
     if not arg.ctype.startswith("const"):
         return f"ByRef {name} As {_SCALARS[arg.base]}"
     following = export.arguments[index + 1] if index + 1 < len(export.arguments) else None
@@ -77,6 +86,8 @@ def declaration(export, vba7):
     if export.returns == "void":
         head, tail = f"Public Declare {'PtrSafe ' if vba7 else ''}Sub {export.name} Lib \"{DLL}\" (", ")"
     else:
+        if "*" not in export.returns and export.returns not in _SCALARS:
+            raise SystemExit(f"{export.name}: no VBA type for the result '{export.returns}'")
         ret = ptr if "*" in export.returns else _SCALARS[export.returns]
         head = f"Public Declare {'PtrSafe ' if vba7 else ''}Function {export.name} Lib \"{DLL}\" ("
         tail = f") As {ret}"

@@ -45,9 +45,12 @@ def statements(lines):
 def expected_argument(c_arg, address):
     """The VBA forms that pass this C argument correctly."""
     if not c_arg.is_pointer:
-        return {("ByVal", _WIDTH[c_arg.base])}
-    by_ref = address if (c_arg.depth > 1 or c_arg.base == "char") else _WIDTH.get(c_arg.base)
-    return {("ByVal", address), ("ByRef", by_ref)}
+        return {("ByVal", _WIDTH.get(c_arg.base))}
+    if c_arg.depth > 1:
+        return {("ByVal", address), ("ByRef", address)}
+    if c_arg.base == "char":
+        return {("ByVal", address), ("ByVal", "String")}
+    return {("ByVal", address), ("ByRef", _WIDTH.get(c_arg.base))}
 
 
 def check(bas_path, header=HEADER):
@@ -99,7 +102,7 @@ def check(bas_path, header=HEADER):
                 if m.group("kind") != "Sub":
                     errors.append(f"{where}: returns nothing, so a Sub")
             else:
-                want = address if "*" in export.returns else _WIDTH[export.returns]
+                want = address if "*" in export.returns else _WIDTH.get(export.returns)
                 if m.group("kind") != "Function" or m.group("ret") != want:
                     errors.append(f"{where}: must be a Function ... As {want}")
             args = [a.strip() for a in m.group("args").split(",")] if m.group("args").strip() else []
