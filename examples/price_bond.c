@@ -1,6 +1,10 @@
 /* price_bond: price a U.S. Treasury note from its yield with the k_bond C
 ** interface, and show how a refused bond reports its error.
-** Build: cc price_bond.c -I include -L build -lk_bond */
+** Build against an installed k_bond (cmake --install, or the Debian package):
+**   cc price_bond.c $(pkg-config --cflags --libs k_bond) -o price_bond
+** or, from the top of the source tree, against a build tree:
+**   cmake -S . -B build/release -G Ninja && cmake --build build/release --target k_bond
+**   cc examples/price_bond.c -I include -L build/release -Wl,-rpath,$PWD/build/release -lk_bond */
 #include <stdio.h>
 
 #include "k_bond.h"

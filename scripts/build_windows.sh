@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
 # Cross-builds k_bond.dll for 32-bit and 64-bit Windows with mingw-w64, checks
 # both export tables against include/k_bond.h, and runs the two test programs
-# (tests/windows/) under Wine where Wine can run them.
+# (tests/windows/) under Wine where Wine can run them, then packs each width
+# into a kit for users (scripts/windows_kit.sh: DLL, header, .def, import
+# library, kbond.exe, the VBA module k_bond.bas).
 #
 #   bash scripts/build_windows.sh            build/win32/k_bond.dll, build/win64/k_bond.dll
+#                                            build/kit/k_bond-<version>-win32.zip, ...-win64.zip
 #
 # Without the mingw-w64 compilers it prints a message and exits 0, unless
 # KBOND_WINDOWS_REQUIRED=1. Without a Wine able to run a program of one width
@@ -56,7 +59,10 @@ run_under_wine() {  # <loader> <build dir>: both test programs
   if [ ! -f "$WINEPREFIX/system.reg" ]; then  # first use: create the prefix quietly
     "$loader" wineboot --init >/dev/null 2>&1 || true
   fi
-  (cd "$dir" && "$loader" ./kbond_stdcall_smoke.exe k_bond.dll && "$loader" ./kbond_import_link.exe)
+  (cd "$dir" && "$loader" ./kbond_stdcall_smoke.exe k_bond.dll && "$loader" ./kbond_import_link.exe) || return 1
+  # The kit's kbond.exe values the user guide's Treasury note.
+  (cd "$dir" && "$loader" ./kbond.exe price --type ust --coupon 4.25 --maturity 2034-11-15 \
+                 --settlement 2025-01-15 --yield 4.5) | tr -d '\r' | grep -E "^Clean price +98\.026057$"
 }
 
 status=0
@@ -68,12 +74,13 @@ for arch in win32 win64; do
   cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE="$build_type" \
         -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-mingw-w64-$toolchain.cmake" \
         -DKBOND_BUILD_TESTS=OFF -DKBOND_BUILD_BENCH=OFF -DKBOND_WERROR=ON >/dev/null
-  cmake --build "$dir" -j"$jobs" --target k_bond kbond_stdcall_smoke kbond_import_link
+  cmake --build "$dir" -j"$jobs" --target k_bond kbond kbond_stdcall_smoke kbond_import_link
 
   implib=""
   [ $arch = win32 ] && implib="$dir/libk_bond.dll.a"
   bash tests/windows/check_dll_exports.sh "$triple" "$dir/k_bond.dll" include/k_bond.h $implib \
     || status=1
+  bash scripts/windows_kit.sh "$arch" "$dir" || status=1
 
   if [ -n "$loader" ]; then
     echo "windows: running the $arch test programs under $(basename "$loader")"

@@ -7,10 +7,13 @@ set -euo pipefail
 # harnesses.
 # The Python package builds, installs and is tested with Debian's interpreter
 # and its packages (numpy, pandas, matplotlib, setuptools, wheel, build, venv).
+# pkg-config, help2man (the kbond man page) and dpkg-dev (dpkg-shlibdeps for
+# the Debian package) serve the install test.
 packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3 libquantlib0-dev
           clang-14 libclang-rt-14-dev
           python3-numpy python3-pandas python3-matplotlib python3-setuptools python3-wheel
-          python3-build python3-venv python3-pip)
+          python3-build python3-venv python3-pip
+          pkg-config help2man dpkg-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

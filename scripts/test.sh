@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds and runs every test: the whole suite under AddressSanitizer and
 # UndefinedBehaviorSanitizer with warnings as errors, the concurrency suite
-# under ThreadSanitizer, a short run of every fuzz harness, then the Windows
-# DLL checks.
+# under ThreadSanitizer, a short run of every fuzz harness, the installed
+# library as users consume it, then the Windows DLL checks and kits.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install_deps.sh
@@ -24,6 +24,11 @@ TSAN_OPTIONS="halt_on_error=1" ctest --test-dir build/tsan -L concurrency --outp
 # many at a time as build jobs; a crash, sanitizer report, leak, timeout or
 # broken invariant fails the run.
 KBOND_JOBS="$jobs" KBOND_FUZZ_JOBS="$jobs" bash fuzz/run.sh ci
+
+# Install: a Release build installed into a temporary prefix and used through
+# find_package, pkg-config and the static library; the Debian package's
+# contents and control fields; the VBA module against the header.
+KBOND_JOBS="$jobs" bash scripts/test_install.sh
 
 # Windows DLLs: mingw-w64 cross-builds for 32- and 64-bit, export tables checked
 # against the header, loading tests under wine64 (skipped when mingw-w64 is missing).

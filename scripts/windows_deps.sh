@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Windows cross-build packages when they are missing (Debian):
 # the posix-threads mingw-w64 compilers for 32-bit and 64-bit Windows (the
-# win32-threads variants are not needed) and wine64, which runs
-# the 64-bit test programs. Idempotent: does nothing when all are present.
+# win32-threads variants are not needed), wine64, which runs
+# the 64-bit test programs, and zip for the kits. Idempotent: does nothing when all are present.
 # Never fails the caller: without these packages scripts/build_windows.sh
 # skips with a message.
 #
@@ -15,7 +15,7 @@ SUDO=""
 [ "$(id -u)" -ne 0 ] && command -v sudo >/dev/null && SUDO="sudo"
 export DEBIAN_FRONTEND=noninteractive
 
-packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix wine64)
+packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix wine64 zip)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

@@ -39,9 +39,6 @@ class DocumentedExamples(unittest.TestCase):
     def test_user_guide_python_section(self):
         self.run_blocks(blocks("docs/user-guide.md", "## Python", "## Worked examples with"))
 
-    def test_user_guide_special_families(self):
-        self.run_blocks(blocks("docs/user-guide.md", "## Special families in Python"))
-
     def test_readme_quick_start(self):
         self.run_blocks(blocks("README.md", "## Python"))
 
