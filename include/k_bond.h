@@ -1771,17 +1771,18 @@ KVL_EXPORT double KVL_API KVLpikval32(const double* cash_rates, int32_t n_cash,
 /* ======================================================================== */
 
 /* Measures of KVLbbatch, combined with | in its `measures` argument. */
-#define KVL_BATCH_PRICE              1  /* clean price per 100 */
-#define KVL_BATCH_YIELD              2  /* yield, decimal */
-#define KVL_BATCH_ACCRUED            4  /* accrued interest per 100 */
-#define KVL_BATCH_MODIFIED_DURATION  8  /* years */
-#define KVL_BATCH_MACAULAY_DURATION 16  /* years */
-#define KVL_BATCH_CONVEXITY         32  /* years squared */
-#define KVL_BATCH_PVBP              64  /* price change per 100 for one basis point */
+enum {
+  KVL_BATCH_PRICE = 1,              /* clean price per 100 */
+  KVL_BATCH_YIELD = 2,              /* yield, decimal */
+  KVL_BATCH_ACCRUED = 4,            /* accrued interest per 100 */
+  KVL_BATCH_MODIFIED_DURATION = 8,  /* years */
+  KVL_BATCH_MACAULAY_DURATION = 16, /* years */
+  KVL_BATCH_CONVEXITY = 32,         /* years squared */
+  KVL_BATCH_PVBP = 64               /* price change per 100 for one basis point */
+};
 
 /* Market input of a KVLbbatch row. */
-#define KVL_BATCH_GIVEN_YIELD 0
-#define KVL_BATCH_GIVEN_PRICE 1
+enum { KVL_BATCH_GIVEN_YIELD = 0, KVL_BATCH_GIVEN_PRICE = 1 };
 
 /* KVLbbatch: values `n` straight bonds in one call, one bond per row of
 ** caller-owned columns, on several threads. Every row is valued by the
