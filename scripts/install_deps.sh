@@ -4,9 +4,11 @@
 set -euo pipefail
 
 # clang-14 with its compiler runtime (libFuzzer, sanitizers) builds the fuzz
-# harnesses.
+# harnesses. numpy, pandas, dask and distributed serve the Python module's
+# array, DataFrame and cluster functions (Debian's /usr/bin/python3).
 packages=(cmake g++ ninja-build libgtest-dev libbenchmark-dev python3 libquantlib0-dev
-          clang-14 libclang-rt-14-dev)
+          clang-14 libclang-rt-14-dev python3-numpy python3-pandas python3-dask
+          python3-distributed)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

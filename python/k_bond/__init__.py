@@ -12,6 +12,7 @@ KBondLibraryError, whose `.code` is the library's error code.
 
 from . import frn
 from ._library import library_path
+from .batch import batch, value_columns
 from .bonds import (Cashflow, accrued, bond_yield, cashflows, conversion_factor, convexity,
                     coupon_date, coupons_remaining, duration, price, pvbp)
 from .dates import from_serial, to_serial
