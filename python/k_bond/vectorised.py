@@ -7,7 +7,8 @@ row. With errors="raise" the first failing row raises KBondLibraryError
 result is a list, or a numpy array when any input was one.
 
 Bonds described by the keywords of `kbond batch` (one coupon, type,
-frequency, dated date, first coupon, redemption) are valued in one call of
+frequency, dated date, first coupon, redemption; bond_type may then be a
+column of codes or names too) are valued in one call of
 the library's batch entry point on `threads` threads (0: every core), with
 the GIL released. Other descriptions (stepped coupons, taxes, sinking funds,
 holidays) are valued row by row: the C arguments are prepared once and only
@@ -163,7 +164,15 @@ def _batched(export, measure, market_name, market, bond, errors, threads):
         value = bond.get(name)
         return 0 if value is None else to_serial(value)
 
-    code = type_code(bond.get("bond_type"))
+    code = bond.get("bond_type")
+    if is_sequence(code):  # a type per row: codes or names
+        if not (_is_numpy(code) and code.dtype.kind in "iu"):
+            codes = {v: type_code(v) for v in set(code)}
+            code = _np.array([codes[v] for v in code], dtype=_np.int32)
+        if len(code) != rows:
+            raise KBondArgumentError(f"a bond_type column of {len(code)} rows among {rows}", 60)
+    else:
+        code = type_code(code)
     frequency = bond.get("frequency")
     redemption = bond.get("redemption")
     given = GIVEN_PRICE if market_name == "price" else GIVEN_YIELD
