@@ -128,27 +128,37 @@ def output_columns(decimal=False):
             "modified_duration", "convexity", "pvbp", "error_code", "error"]
 
 
-def _blank(series):
-    """True where a CSV cell is empty."""
-    return series.isna() | (series.astype(str).str.strip() == "")
+def _blank(series, spaces=True):
+    """True where a CSV cell is empty (or, with `spaces`, holds only spaces)."""
+    empty = series.isna().values
+    if spaces and series.dtype == object:
+        text = series[~empty]
+        if len(text):
+            empty = empty.copy()
+            empty[~empty] = text.astype(str).str.strip().values == ""
+    return empty
 
 
 def _dates(series, required):
-    """Serials from ISO dates, serials or datetime64; 0 where an optional
-    cell is empty; -1 where a cell is not a date."""
+    """Serials from ISO dates, serials or datetime64: 0 where an optional
+    cell is empty, -1 where a cell is not a date."""
     import pandas as pd
+    # A required date of spaces is no date either way: no need to look.
+    empty = _blank(series, spaces=not required)
     if pd.api.types.is_datetime64_any_dtype(series):
-        days = series.values.astype("datetime64[D]").astype(np.int64) + _EPOCH_1970
-        return np.where(series.isna(), 0 if not required else -1, days), None
-    text = series.astype(str).str.strip()
-    numbers = pd.to_numeric(text, errors="coerce")
-    iso = pd.to_datetime(text.where(numbers.isna()), format="%Y-%m-%d", errors="coerce")
-    serial = np.where(numbers.notna() & (numbers == numbers.round()) & (numbers > 0),
-                      numbers.fillna(-1), -1).astype(np.int64)
-    from_iso = iso.values.astype("datetime64[D]").astype(np.int64) + _EPOCH_1970
-    serial = np.where(iso.notna(), from_iso, serial)
-    empty = _blank(series).values
-    return np.where(empty, 0 if not required else -1, serial), empty
+        serial = series.values.astype("datetime64[D]").astype(np.int64) + _EPOCH_1970
+    else:
+        numbers = pd.to_numeric(series, errors="coerce") if series.dtype == object else series
+        numbers = numbers.astype(np.float64).values
+        whole = ~np.isnan(numbers) & (numbers == np.round(numbers)) & (numbers > 0)
+        serial = np.where(whole, np.nan_to_num(numbers), -1).astype(np.int64)
+        rest = np.isnan(numbers) & ~empty
+        if rest.any():  # ISO dates
+            iso = pd.to_datetime(series[rest].astype(str).str.strip(), format="%Y-%m-%d",
+                                 errors="coerce")
+            days = iso.values.astype("datetime64[D]").astype(np.int64) + _EPOCH_1970
+            serial[rest] = np.where(iso.notna().values, days, -1)
+    return np.where(empty, -1 if required else 0, serial)
 
 
 def _price_value(text):
@@ -178,6 +188,8 @@ def _numbers(series, parse=float):
     import pandas as pd
     if pd.api.types.is_numeric_dtype(series):
         return series.astype(np.float64).values
+    if parse is float:
+        return pd.to_numeric(series, errors="coerce").astype(np.float64).values
 
     def one(cell):
         try:
@@ -197,14 +209,17 @@ def _type_codes(series):
         key = value.item() if hasattr(value, "item") else value
         if isinstance(key, float) and key.is_integer():
             key = int(key)
+        if isinstance(key, str) and not key.strip():
+            codes[value] = 0
+            continue
         try:
             code = type_code(key.strip() if isinstance(key, str) else key)
             bond_type(code)  # codes outside the catalogue are input errors
             codes[value] = code
         except Exception:  # noqa: BLE001 - any refusal makes the row an input error
             codes[value] = -1
-    empty = _blank(series)
-    return np.where(empty, 0, series.map(codes).fillna(-1).values).astype(np.int32)
+    return np.where(series.isna().values, 0,
+                    series.map(codes).fillna(-1).values).astype(np.int32)
 
 
 def batch(frame, *, decimal=False, threads=0):
@@ -228,13 +243,13 @@ def batch(frame, *, decimal=False, threads=0):
 
     coupons = _numbers(frame["coupon"]) / scale
     problems |= np.isnan(coupons)
-    maturities, _ = _dates(frame["maturity"], True)
-    settlements, _ = _dates(frame["settlement"], True)
+    maturities = _dates(frame["maturity"], True)
+    settlements = _dates(frame["settlement"], True)
     problems |= (maturities < 0) | (settlements < 0)
     dated, first = (np.zeros(n, dtype=np.int64),) * 2
     for name in ("dated", "first_coupon"):
         if name in frame.columns:
-            values, _ = _dates(frame[name], False)
+            values = _dates(frame[name], False)
             problems |= values < 0
             if name == "dated":
                 dated = values
@@ -247,17 +262,17 @@ def batch(frame, *, decimal=False, threads=0):
     frequencies = np.zeros(n, dtype=np.int32)
     if "frequency" in frame.columns:
         f = _numbers(frame["frequency"])
-        empty = _blank(frame["frequency"]).values
+        empty = _blank(frame["frequency"])
         problems |= ~empty & (np.isnan(f) | (f != np.round(f)))
         frequencies = np.where(empty | np.isnan(f), 0, f).astype(np.int32)
     redemptions = np.full(n, 100.0)
     if "redemption" in frame.columns:
         r = _numbers(frame["redemption"])
-        empty = _blank(frame["redemption"]).values
+        empty = _blank(frame["redemption"])
         problems |= ~empty & np.isnan(r)
         redemptions = np.where(empty, 100.0, r)
-    has_price = ~_blank(frame["price"]).values if "price" in frame.columns else np.zeros(n, bool)
-    has_yield = ~_blank(frame["yield"]).values if "yield" in frame.columns else np.zeros(n, bool)
+    has_price = ~_blank(frame["price"]) if "price" in frame.columns else np.zeros(n, bool)
+    has_yield = ~_blank(frame["yield"]) if "yield" in frame.columns else np.zeros(n, bool)
     problems |= has_price == has_yield
     market = np.full(n, math.nan)
     if has_price.any():
