@@ -19,6 +19,11 @@ def peak_mb():
     return resource.getrusage(resource.RUSAGE_SELF).ru_maxrss / 1024
 
 
+def cpu_seconds():
+    usage = resource.getrusage(resource.RUSAGE_SELF)
+    return usage.ru_utime + usage.ru_stime
+
+
 def main():
     build = sys.argv[1]
     rows = int(sys.argv[2]) if len(sys.argv) > 2 else 1_000_000
@@ -38,12 +43,16 @@ def main():
                       dashboard_address=None) as cluster, Client(cluster) as client:
         frame = dd.read_csv(book, blocksize=blocksize, dtype=kd.CSV_DTYPES,
                             float_precision="round_trip")
+        before = client.run(cpu_seconds)
         start = time.perf_counter()
         kd.value(frame, threads=1).to_csv(os.path.join(work, "valued-*.csv"), index=False)
         seconds = time.perf_counter() - start
         peaks = client.run(peak_mb)
+        cpu = sum(client.run(cpu_seconds).values()) - sum(before.values())
     print(f"{rows} rows, {frame.npartitions} partitions of {blocksize}, {workers} workers: "
           f"{seconds:.1f} s, {rows / seconds:.0f} rows/s, load average {os.getloadavg()[0]:.1f}")
+    print(f"worker CPU {cpu:.1f} s in all: {cpu / rows * 1e6:.1f} us a row, "
+          f"{rows / cpu:.0f} rows per core-second")
     print("worker peak memory: " + ", ".join(f"{v:.0f} MB" for v in peaks.values()))
     subprocess.run(["rm", "-rf", work])
 
