@@ -1790,7 +1790,8 @@ enum { KVL_BATCH_GIVEN_YIELD = 0, KVL_BATCH_GIVEN_PRICE = 1 };
 ** what KVLbpr, KVLbyld, KVLbai, KVLbdur, KVLbconv and KVLbvalbp return for
 ** that row (single coupon, final maturity date only, no taxes, holidays or
 ** sinking fund). Rows are independent: a failing row never stops the others.
-**   n              rows, 0 or more (0: nothing is written, returns 0)
+**   n              rows, 0 or more (0: after the columns are checked,
+**                  nothing is written and the result is 0)
 **   types          bond type code per row (required)
 **   coupons        annual coupon rate per row, decimal (required)
 **   maturities     maturity date serial per row (required)
