@@ -5,6 +5,7 @@
 // KVLbbatch call on the same number of threads, formatted on them again,
 // and written in input order.
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -26,7 +27,8 @@
 namespace kbond::cli {
 namespace {
 
-constexpr size_t kChunkRows = 16384;
+constexpr size_t kChunkRows = 65536;
+constexpr size_t kBlockRows = 2048;  // parsed or formatted by one thread at a time
 constexpr int32_t kMeasures = KVL_BATCH_PRICE | KVL_BATCH_YIELD | KVL_BATCH_ACCRUED |
                               KVL_BATCH_MODIFIED_DURATION | KVL_BATCH_CONVEXITY | KVL_BATCH_PVBP;
 // A row that could not be read is handed to the batch with a market kind it
@@ -49,11 +51,24 @@ struct Layout {
   Format format = Format::kCsv;
 };
 
-// The type column is mostly the same from row to row: remember the last.
-struct TypeCache {
-  std::string text;
-  int32_t code = 0;
-  bool valid = false;
+// A book uses few bond types: remember the texts already resolved.
+class TypeCache {
+ public:
+  bool find(std::string_view text, int32_t* code) const {
+    for (const auto& [t, c] : entries_)
+      if (t == text) {
+        *code = c;
+        return true;
+      }
+    return false;
+  }
+  void add(std::string_view text, int32_t code) {
+    if (entries_.size() < kEntries) entries_.emplace_back(std::string(text), code);
+  }
+
+ private:
+  static constexpr size_t kEntries = 64;
+  std::vector<std::pair<std::string, int32_t>> entries_;
 };
 
 // Rates that look like the other unit. In percent mode a file of decimal
@@ -85,8 +100,9 @@ struct Chunk {
   std::vector<double> coupons, market, redemptions;
   std::vector<double> price, yield, accrued, duration, convexity, pvbp;
   std::vector<int32_t> errors, failed;
-  std::vector<std::string> out, err;  // per part
-  std::vector<UnitCheck> units;       // per part
+  std::vector<std::string> out, err;  // per block
+  std::vector<UnitCheck> units;       // per block
+  std::vector<TypeCache> caches;      // per thread, kept from chunk to chunk
   size_t size() const { return lines.size(); }
 
   void prepare() {
@@ -102,18 +118,22 @@ struct Chunk {
   }
 };
 
-// Runs fn(part, begin, end) over `parts` contiguous ranges of [0, n), the
-// first on this thread.
+// Runs fn(worker, block, begin, end) for every block of kBlockRows rows of
+// [0, n) on up to `threads` threads (worker 0 is this one) that take the
+// next block from a common counter, so that a thread the system pauses
+// leaves its blocks to the others.
 template <class Fn>
-void run_parts(size_t n, int parts, Fn fn) {
-  std::vector<std::thread> threads;
-  const size_t step = (n + parts - 1) / parts;
-  for (int p = 1; p < parts; ++p) {
-    const size_t begin = std::min(n, p * step), end = std::min(n, begin + step);
-    threads.emplace_back([&fn, p, begin, end] { fn(p, begin, end); });
-  }
-  fn(0, 0, std::min(n, step));
-  for (auto& t : threads) t.join();
+void run_blocks(size_t n, int threads, Fn fn) {
+  const size_t blocks = (n + kBlockRows - 1) / kBlockRows;
+  std::atomic<size_t> next{0};
+  const auto work = [&](size_t worker) {
+    for (size_t b = next.fetch_add(1); b < blocks; b = next.fetch_add(1))
+      fn(worker, b, b * kBlockRows, std::min(n, (b + 1) * kBlockRows));
+  };
+  std::vector<std::thread> helpers;
+  for (size_t t = 1; t < std::min<size_t>(threads, blocks); ++t) helpers.emplace_back(work, t);
+  work(0);
+  for (auto& t : helpers) t.join();
 }
 
 // A number field; with ';' between fields a decimal comma is accepted.
@@ -158,13 +178,9 @@ bool read_row(const CsvFields& f, int nfields, const Layout& lay, TypeCache& cac
   const std::string_view type = field(kType);
   if (type.empty()) {
     c.types[i] = 0;
-  } else if (cache.valid && type == cache.text) {
-    c.types[i] = cache.code;
-  } else {
+  } else if (!cache.find(type, &c.types[i])) {
     if (!resolve_type(type, &c.types[i], why)) return false;
-    cache.text.assign(type);
-    cache.code = c.types[i];
-    cache.valid = true;
+    cache.add(type, c.types[i]);
   }
   if (!field(kFrequency).empty()) {
     double v = 0;
@@ -199,9 +215,9 @@ bool read_row(const CsvFields& f, int nfields, const Layout& lay, TypeCache& cac
   return rate(kYield, &c.market[i]);
 }
 
-void parse_rows(Chunk& c, const Layout& lay, int part, size_t begin, size_t end) {
+void parse_rows(Chunk& c, const Layout& lay, TypeCache& cache, size_t block, size_t begin,
+                size_t end) {
   CsvFields fields;
-  TypeCache cache;
   std::string why;
   for (size_t i = begin; i < end; ++i) {
     const int n = split_csv(c.lines[i], lay.separator, fields);
@@ -213,7 +229,7 @@ void parse_rows(Chunk& c, const Layout& lay, int part, size_t begin, size_t end)
     } else if (n != lay.fields) {
       why = "has " + std::to_string(n) + " fields, the header has " + std::to_string(lay.fields);
     } else {
-      read_row(fields, n, lay, cache, c, i, &why, c.units[part]);
+      read_row(fields, n, lay, cache, c, i, &why, c.units[block]);
     }
     if (!why.empty()) {
       c.input_errors[i] = "line " + std::to_string(c.line_numbers[i]) + ": " + why;
@@ -252,9 +268,9 @@ std::string row_error_text(const Chunk& c, size_t i) {
   return s;
 }
 
-void format_rows(Chunk& c, const Layout& lay, int part, size_t begin, size_t end) {
-  std::string& out = c.out[part];
-  std::string& err = c.err[part];
+void format_rows(Chunk& c, const Layout& lay, size_t block, size_t begin, size_t end) {
+  std::string& out = c.out[block];
+  std::string& err = c.err[block];
   out.clear();
   err.clear();
   const bool dec = lay.decimal;
@@ -333,11 +349,14 @@ void warn_units(const std::vector<UnitCheck>& parts, bool decimal, bool first_ch
 long value_chunk(Chunk& c, const Layout& lay, int jobs, bool first_chunk, bool* warned) {
   const size_t n = c.size();
   c.prepare();
-  const int parts = static_cast<int>(std::clamp<size_t>(n / 256, 1, static_cast<size_t>(jobs)));
-  c.out.resize(parts);
-  c.err.resize(parts);
-  c.units.assign(parts, {});
-  run_parts(n, parts, [&](int p, size_t b, size_t e) { parse_rows(c, lay, p, b, e); });
+  const size_t blocks = (n + kBlockRows - 1) / kBlockRows;
+  c.out.resize(blocks);
+  c.err.resize(blocks);
+  c.units.assign(blocks, {});
+  c.caches.resize(static_cast<size_t>(jobs));
+  run_blocks(n, jobs, [&](size_t worker, size_t b, size_t begin, size_t end) {
+    parse_rows(c, lay, c.caches[worker], b, begin, end);
+  });
   warn_units(c.units, lay.decimal, first_chunk, warned);
   int32_t error = 0;
   KVLbbatch(static_cast<int32_t>(n), c.types.data(), c.coupons.data(), c.maturities.data(),
@@ -347,7 +366,9 @@ long value_chunk(Chunk& c, const Layout& lay, int jobs, bool first_chunk, bool* 
             c.pvbp.data(), c.errors.data(), c.failed.data(), &error);
   long failures = 0;
   for (size_t i = 0; i < n; ++i) failures += !c.input_errors[i].empty() || c.errors[i] != 0;
-  run_parts(n, parts, [&](int p, size_t b, size_t e) { format_rows(c, lay, p, b, e); });
+  run_blocks(n, jobs, [&](size_t, size_t b, size_t begin, size_t end) {
+    format_rows(c, lay, b, begin, end);
+  });
   return failures;
 }
 
