@@ -49,6 +49,9 @@ def main():
     for function in range(7):
         for index in range(0, BOND_TYPES, 4):
             write("bond_analytics", f"f{function}_type{index:03d}", [function, 1, index])
+    # Portfolios: no row to six rows, and seventy rows on several threads.
+    for shape in range(8):
+        write("batch", f"rows{shape}", [shape])
     # Catalogue: every service, each output present.
     write("catalogue", "btype_gilt", [0, 0, 0x1F])
     write("catalogue", "btable_all", [1, 0x3F])

@@ -1766,6 +1766,93 @@ KVL_EXPORT double KVL_API KVLpikval32(const double* cash_rates, int32_t n_cash,
 
 /* ---- end of PIK bonds ---- */
 
+/* ======================================================================== */
+/* Portfolios                                                               */
+/* ======================================================================== */
+
+/* Measures of KVLbbatch, combined with | in its `measures` argument. */
+enum {
+  KVL_BATCH_PRICE = 1,              /* clean price per 100 */
+  KVL_BATCH_YIELD = 2,              /* yield, decimal */
+  KVL_BATCH_ACCRUED = 4,            /* accrued interest per 100 */
+  KVL_BATCH_MODIFIED_DURATION = 8,  /* years */
+  KVL_BATCH_MACAULAY_DURATION = 16, /* years */
+  KVL_BATCH_CONVEXITY = 32,         /* years squared */
+  KVL_BATCH_PVBP = 64               /* price change per 100 for one basis point */
+};
+
+/* Market input of a KVLbbatch row. */
+enum { KVL_BATCH_GIVEN_YIELD = 0, KVL_BATCH_GIVEN_PRICE = 1 };
+
+/* KVLbbatch: values `n` straight bonds in one call, one bond per row of
+** caller-owned columns, on several threads. Every row is valued by the
+** single-bond exports themselves, so each number and each error code equals
+** what KVLbpr, KVLbyld, KVLbai, KVLbdur, KVLbconv and KVLbvalbp return for
+** that row (single coupon, final maturity date only, no taxes, holidays or
+** sinking fund). Rows are independent: a failing row never stops the others.
+**   n              rows, 0 or more (0: after the columns are checked,
+**                  nothing is written and the result is 0)
+**   types          bond type code per row (required)
+**   coupons        annual coupon rate per row, decimal (required)
+**   maturities     maturity date serial per row (required)
+**   settlements    settlement date serial per row (required)
+**   market         per row the clean price per 100 or the yield (decimal,
+**                  at the type's quotation frequency); required unless
+**                  only KVL_BATCH_ACCRUED is asked for
+**   market_kind    KVL_BATCH_GIVEN_YIELD (0) or KVL_BATCH_GIVEN_PRICE (1):
+**                  what `market` holds in every row, when market_kinds is NULL
+**   market_kinds   NULL, or 0 / 1 per row as market_kind (any other value
+**                  fails that row with 460, all its columns NaN)
+**   frequencies    NULL, or coupons per year per row (0: the type's default)
+**   dated_dates    NULL, or the dated date per row (0: derived)
+**   first_coupons  NULL, or the first coupon date per row (0: derived)
+**   redemptions    NULL (100 for every row), or redemption per 100 per row
+**   measures       KVL_BATCH_... bits of the measures wanted (at least one)
+**   threads        worker threads: 0 all hardware threads, 1 the calling
+**                  thread only; at most 256 are used and none for fewer than
+**                  32 rows each
+**   prices, yields, accrued, modified_durations, macaulay_durations,
+**   convexities, pvbps
+**                  output columns of n doubles, one per measure; required
+**                  for the measures asked for, ignored (may be NULL) for the
+**                  others
+**   row_errors     NULL, or n int32 that receive each row's error code
+**   failed_measures NULL, or n int32 that receive the KVL_BATCH_... bit of
+**                  the measure that failed in a row (0 when none failed)
+**   error          receives the call's error code; NULL allowed
+** Per row: when the market input is a price and a yield-based measure (yield,
+** durations, convexity, PVBP) is wanted, the yield comes from KVLbyld first;
+** when it is a yield and the price is wanted, the price comes from KVLbpr.
+** The given input is copied to its own column when that measure is asked
+** for. Then accrued interest, modified and Macaulay durations, convexity and
+** PVBP follow in that order, each at the given or solved yield. A row stops
+** at its first failing measure: that measure's column receives the
+** export's failure value, the columns of the measures after it NaN, and
+** row_errors the export's code (1, 350, 401, 460, -60, ...). Columns are
+** in the order price, yield, accrued, modified duration, Macaulay duration,
+** convexity, PVBP (a failed yield from a price leaves the price copied).
+** Custom types (1000..1099) take the custom-type lock per row as a single
+** call does; the worker threads only read, and a caller that redefines
+** custom types from another thread during the call must have called
+** KVLbond_initMT, as for any use from several threads.
+** Returns the number of rows with a nonzero row error, or -1 when the call
+** is refused before any row is valued (nothing is written then):
+** 50 a required column or output is NULL, 60 n or threads below 0,
+** 460 `measures` empty or with unknown bits, or market_kind not 0 or 1. */
+KVL_EXPORT int32_t KVL_API KVLbbatch(int32_t n, const int32_t* types, const double* coupons,
+                                     const int32_t* maturities, const int32_t* settlements,
+                                     const double* market, int32_t market_kind,
+                                     const int32_t* market_kinds, const int32_t* frequencies,
+                                     const int32_t* dated_dates, const int32_t* first_coupons,
+                                     const double* redemptions, int32_t measures,
+                                     int32_t threads, double* prices, double* yields,
+                                     double* accrued, double* modified_durations,
+                                     double* macaulay_durations, double* convexities,
+                                     double* pvbps, int32_t* row_errors,
+                                     int32_t* failed_measures, int32_t* error);
+
+/* ---- end of portfolios ---- */
+
 #ifdef __cplusplus
 }
 #endif

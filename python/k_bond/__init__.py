@@ -25,6 +25,7 @@ from .bonds import (accrued, average_life, average_life_yield, bond_yield, cashf
                     convexity, coupon_amount, coupon_date, coupons_remaining, duration,
                     ex_dividend_date, horizon_yield, price, pvbp, realized_yield, remaining_life,
                     risk, value_of_32nd, yield_to_worst)
+from .batch import batch, value_columns
 from .dates import from_serial, to_serial
 from .errors import (ERROR_MESSAGES, KBondArgumentError, KBondError, KBondLibraryError,
                      KBondNotFoundError, message_for)
@@ -46,7 +47,8 @@ __all__ = [
     "from_serial", "to_serial",
     "ERROR_MESSAGES", "KBondArgumentError", "KBondError", "KBondLibraryError",
     "KBondNotFoundError", "message_for",
-    "accrued_interest", "convexities", "durations", "frn", "prices", "yields",
+    "accrued_interest", "batch", "convexities", "durations", "frn", "prices", "value_columns",
+    "yields",
 ]
 
 # The special families: futures and carry, floating-rate notes.

@@ -1,8 +1,9 @@
-"""kbond batch: the sample portfolio, bad rows, bad files, output forms and
-the progress line of long files."""
+"""kbond batch: the sample portfolio, bad rows, bad files, output forms,
+spreadsheet CSV, threads and JSON lines."""
 import csv
 import datetime
 import io
+import json
 import os
 import tempfile
 import unittest
@@ -125,17 +126,64 @@ class OutputFormsTest(unittest.TestCase):
         self.assertEqual((row["price"], row["yield"]), ("98.026057", "0.04500000"))
 
 
-class ProgressTest(unittest.TestCase):
-    def test_progress_only_for_files_over_100000_rows(self):
-        row = "ust,4.25,2034-11-15,2025-01-15,4.5\n"
-        header = "type,coupon,maturity,settlement,yield\n"
-        rc, out, err = run("batch", "-", stdin=header + row * 1000)
-        self.assertEqual((rc, err), (0, ""))
-        rc, out, err = run("batch", "-", stdin=header + row * 100001)
+class SpreadsheetFilesTest(unittest.TestCase):
+    ROWS = ("id,type,coupon,maturity,settlement,price,yield\n"
+            "a,ust,4.25,2034-11-15,2025-01-15,,4.5\n"
+            "b,gilt,3.75,2031-01-29,2025-02-03,97.5,\n")
+
+    def batch(self, text, *args):
+        path = write_temp(text)
+        try:
+            return run("batch", path, *args)
+        finally:
+            os.unlink(path)
+
+    def test_bom_semicolons_and_decimal_commas_read_as_the_plain_file(self):
+        rc, plain, _ = self.batch(self.ROWS)
         self.assertEqual(rc, 0)
-        self.assertEqual(out.count("\n"), 100002)
-        self.assertIn("kbond batch: 100000 rows done", err)
-        self.assertIn("finished, 100001 rows, 0 with errors", err)
+        self.assertEqual(plain.splitlines()[1].split(",")[0], "a")
+        semicolons = self.ROWS.replace(",", ";").replace("4.25", "4,25").replace("97.5", "97,5")
+        for text, args in [("\ufeff" + self.ROWS, ()), (semicolons, ()),
+                           ("\ufeff" + semicolons, ("--separator", ";")),
+                           (self.ROWS.replace(",", "\t"), ("--separator", "tab"))]:
+            with self.subTest(text=text[:12], args=args):
+                self.assertEqual(self.batch(text, *args), (0, plain, ""))
+        rc, out, err = self.batch(self.ROWS.replace("settlement", "settle"))
+        self.assertEqual(rc, 2)
+        self.assertIn("has no 'settlement' column", err)
+
+    def test_jobs_json_lines_and_no_progress_off_a_terminal(self):
+        with open(PORTFOLIO) as f:
+            portfolio = f.read()
+        text = portfolio + "".join(BAD_ROWS.splitlines(True)[1:]) * 300
+        one = run("batch", "-", "--jobs", "1", stdin=text)
+        self.assertEqual(run("batch", "-", "--jobs", "2", stdin=text), one)
+        self.assertEqual(one[0], 1)
+        rc, out, err = run("batch", "-", "--json", stdin=text)
+        rows = list(csv.DictReader(io.StringIO(one[1])))
+        lines = [json.loads(line) for line in out.splitlines()]
+        self.assertEqual((rc, err), one[::2])
+        self.assertEqual(len(lines), len(rows))
+        for row, obj in zip(rows, lines):
+            self.assertEqual(obj["id"], row["id"])
+            self.assertEqual("" if obj["price"] is None else f"{obj['price']:.6f}", row["price"])
+            self.assertEqual(str(obj["error_code"] or ""), row["error_code"])
+        self.assertEqual(run("batch", "-", "--jobs", "-1", stdin=text)[0], 2)
+
+    def test_unit_warnings_and_treasury_32nds(self):
+        fractions = self.ROWS.replace("4.25", "0.0425").replace("3.75", "0.0375")
+        rc, out, err = self.batch(fractions.replace("4.5", "0.045"))
+        self.assertEqual(rc, 0)
+        self.assertIn("line 2: coupon 0.0425 looks like a decimal fraction", err)
+        self.assertIn("--decimal", err)
+        # A percent file may hold a real 0.125 % coupon: no warning then.
+        self.assertEqual(self.batch(fractions)[2], "")
+        rc, out, err = self.batch(self.ROWS, "--decimal")
+        self.assertIn("coupon 4.25 looks like a percentage", err)
+        self.assertEqual(err.count("warning"), 1)
+        rc, out, _ = self.batch(self.ROWS.replace("97.5", "97-16+"))
+        self.assertEqual(rc, 0)
+        self.assertEqual(out.splitlines()[2].split(",")[2], "97.515625")
 
 
 if __name__ == "__main__":

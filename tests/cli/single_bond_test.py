@@ -102,6 +102,8 @@ class ErrorTest(unittest.TestCase):
             (["accrued", *UST, "extra"], "unexpected argument 'extra'"),
             (["frobnicate"], "unknown command 'frobnicate'"),
             (["risk", *UST, "--yield", "4", "--price", "99"], "exactly one of --yield and --price"),
+            (["price", *UST, "--yield", "4", "--price", "99"], "exactly one of --yield and --price"),
+            (["yield", *UST, "--price", "99-32"], "--price '99-32' is not a price"),
             (["type", "999"], "999 is not in the catalogue"),
             (["price", *UST[2:], "--type", "klingon", "--yield", "4"],
              'unknown bond type "klingon"'),
@@ -111,6 +113,19 @@ class ErrorTest(unittest.TestCase):
                 rc, out, err = run(*args)
                 self.assertEqual((rc, out), (2, ""))
                 self.assertIn(message, err)
+
+
+    def test_unit_warnings_and_treasury_32nds(self):
+        rc, _, err = run("price", *UST[:3], "0.0425", *UST[4:], "--yield", "4.5")
+        self.assertEqual(rc, 0)
+        self.assertIn("--coupon 0.0425 looks like a decimal fraction", err)
+        rc, _, err = run("price", *UST, "--yield", "0.045", "--decimal")
+        self.assertIn("--coupon 4.25 looks like a percentage", err)
+        for quote, decimal in [("98-01", 98 + 1 / 32), ("98-01+", 98 + 1.5 / 32),
+                               ("98-012", 98 + 1.25 / 32), ("101-317", 101 + 31.875 / 32)]:
+            with self.subTest(quote=quote):
+                self.assertEqual(json_of("yield", *UST, "--price", quote)["yield"],
+                                 json_of("yield", *UST, "--price", repr(decimal))["yield"])
 
 
 class HelpTest(unittest.TestCase):

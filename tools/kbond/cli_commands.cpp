@@ -170,8 +170,8 @@ int cmd_yield(const Options& o) {
   double price = 0;
   const std::string* text = o.get("price");
   if (text == nullptr) return report_usage_error("yield", "missing --price (clean, per 100)");
-  if (!parse_number(*text, &price))
-    return report_usage_error("yield", "--price '" + *text + "' is not a number");
+  if (!parse_price(*text, &price))
+    return report_usage_error("yield", "--price '" + *text + "' is not a price (a number or 32nds such as 98-01+)");
   int32_t err = 0;
   const double y = bond_yield(b, price, &err);
   if (err != 0) return report_library_error("yield", "the yield", err, o.json);
@@ -197,8 +197,8 @@ int cmd_risk(const Options& o) {
   double y = 0, price = 0;
   std::string why;
   if (by_price) {
-    if (!parse_number(*o.get("price"), &price))
-      return report_usage_error("risk", "--price '" + *o.get("price") + "' is not a number");
+    if (!parse_price(*o.get("price"), &price))
+      return report_usage_error("risk", "--price '" + *o.get("price") + "' is not a price (a number or 32nds such as 98-01+)");
     y = bond_yield(b, price, &err);
     if (err != 0) return report_library_error("risk", "the yield", err, o.json);
   } else {

@@ -3,6 +3,7 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 
 #include "cli_dates.h"
 
@@ -12,12 +13,14 @@ namespace {
 // Flags that take a value; a spelling on the right is accepted for the left.
 constexpr std::string_view kValueFlags[] = {"coupon",     "maturity",     "settlement", "type",
                                             "frequency",  "dated",        "first-coupon",
-                                            "redemption", "price",        "yield", "output"};
+                                            "redemption", "price",        "yield", "output",
+                                            "jobs",       "separator"};
 struct Alias {
   std::string_view alias, name;
 };
 constexpr Alias kAliases[] = {{"settle", "settlement"}, {"mat", "maturity"}, {"freq", "frequency"},
-                              {"cpn", "coupon"}, {"o", "output"}, {"first", "first-coupon"}};
+                              {"cpn", "coupon"}, {"o", "output"}, {"first", "first-coupon"},
+                              {"j", "jobs"}, {"sep", "separator"}};
 
 }  // namespace
 
@@ -78,6 +81,49 @@ bool parse_number(std::string_view text, double* value) {
   return ec == std::errc() && p == text.data() + text.size() && std::isfinite(*value);
 }
 
+bool parse_price(std::string_view text, double* value) {
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  const size_t dash = text.find('-');
+  if (dash == std::string_view::npos || dash == 0) return parse_number(text, value);
+  // Whole points, a dash, two digits of 32nds (00..31), then '+' for half
+  // a 32nd or one digit of eighths of a 32nd.
+  const std::string_view points = text.substr(0, dash), ticks = text.substr(dash + 1);
+  double whole = 0;
+  if (!parse_number(points, &whole) || whole < 0 || ticks.size() < 2 || ticks.size() > 3)
+    return false;
+  if (!std::isdigit(static_cast<unsigned char>(ticks[0])) ||
+      !std::isdigit(static_cast<unsigned char>(ticks[1])))
+    return false;
+  const int thirty_seconds = (ticks[0] - '0') * 10 + (ticks[1] - '0');
+  if (thirty_seconds > 31) return false;
+  double eighths = 0;
+  if (ticks.size() == 3) {
+    if (ticks[2] == '+') eighths = 4;
+    else if (ticks[2] >= '0' && ticks[2] <= '7') eighths = ticks[2] - '0';
+    else return false;
+  }
+  *value = whole + (thirty_seconds + eighths / 8.0) / 32.0;
+  return true;
+}
+
+std::string rate_unit_warning(std::string_view what, double typed, bool decimal) {
+  char text[256];
+  if (!decimal && typed > 0 && typed < 0.2)
+    std::snprintf(text, sizeof text,
+                  "%.*s %g looks like a decimal fraction, but rates are read in percent "
+                  "(%g means %g %%); give --decimal if it is a fraction",
+                  static_cast<int>(what.size()), what.data(), typed, typed, typed);
+  else if (decimal && typed > 1)
+    std::snprintf(text, sizeof text,
+                  "%.*s %g looks like a percentage, but --decimal reads rates as fractions "
+                  "(%g means %g %%); leave out --decimal if it is in percent",
+                  static_cast<int>(what.size()), what.data(), typed, typed, typed * 100.0);
+  else
+    return {};
+  return text;
+}
+
 bool rate_from_options(const Options& o, std::string_view name, double* rate, std::string* why) {
   const std::string* text = o.get(name);
   if (text == nullptr) {
@@ -89,6 +135,8 @@ bool rate_from_options(const Options& o, std::string_view name, double* rate, st
     *why = "--" + std::string(name) + " '" + *text + "' is not a number";
     return false;
   }
+  const std::string warning = rate_unit_warning("--" + std::string(name), *rate, o.decimal);
+  if (!warning.empty()) std::fprintf(stderr, "kbond: warning: %s.\n", warning.c_str());
   if (!o.decimal) *rate /= 100.0;
   return true;
 }
@@ -109,6 +157,10 @@ static bool date_flag(const Options& o, std::string_view name, bool required, in
 }
 
 bool bond_from_options(const Options& o, Bond* b, std::string* why) {
+  if (o.has("price") && o.has("yield")) {
+    *why = "give exactly one of --yield and --price, not both";
+    return false;
+  }
   if (!rate_from_options(o, "coupon", &b->coupon, why)) return false;
   if (!date_flag(o, "maturity", true, &b->maturity, why)) return false;
   if (!date_flag(o, "settlement", true, &b->settlement, why)) return false;

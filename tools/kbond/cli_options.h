@@ -30,11 +30,21 @@ bool parse_options(int argc, char** argv, int first, Options* out, std::string* 
 
 bool parse_number(std::string_view text, double* value);
 
+// A clean price: a decimal number, or U.S. Treasury 32nds: "98-01" is
+// 98 + 1/32, "98-01+" adds half a 32nd, "98-012" adds 2/8 of a 32nd.
+bool parse_price(std::string_view text, double* value);
+
+// A sentence when a rate as typed looks like the other unit: below 0.2 in
+// percent mode (0.0425 for 4.25 %), above 1 with --decimal; else empty.
+std::string rate_unit_warning(std::string_view what, double typed, bool decimal);
+
 // Builds the bond from --coupon, --maturity, --settlement, --type,
-// --frequency, --dated, --first-coupon, --redemption.
+// --frequency, --dated, --first-coupon, --redemption. Refuses --price
+// together with --yield.
 bool bond_from_options(const Options& o, Bond* b, std::string* why);
 
-// Reads a rate flag (coupon or yield) as percent or decimal.
+// Reads a rate flag (coupon or yield) as percent or decimal; a value that
+// looks like the other unit is read as given, with a warning on stderr.
 bool rate_from_options(const Options& o, std::string_view name, double* rate, std::string* why);
 
 }  // namespace kbond::cli

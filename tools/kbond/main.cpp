@@ -28,7 +28,10 @@ constexpr const char* kBondFlags =
     "Output flags:\n"
     "  --decimal             coupons and yields in and out as decimal fractions (0.0425)\n"
     "                        instead of percent (4.25)\n"
-    "  --json                one JSON object on standard output instead of a table\n";
+    "  --json                one JSON object on standard output instead of a table\n"
+    "Rates below 0.2 in percent (or above 1 with --decimal) print a warning that the\n"
+    "unit looks wrong. Prices take decimals or U.S. Treasury 32nds: 98-01 is 98 1/32,\n"
+    "98-01+ adds half a 32nd, 98-012 two eighths of a 32nd.\n";
 
 struct Command {
   const char* name;
@@ -77,7 +80,8 @@ constexpr Command kCommands[] = {
      "the everyday names that --type accepts (gilt, ust, acgb, ...) and their codes.",
      cmd_types, false},
     {"batch", "analytics for a portfolio in a CSV file",
-     "kbond batch FILE.csv [-o OUT.csv] [--table] [--decimal]",
+     "kbond batch FILE.csv [-o OUT.csv] [--table | --json] [--decimal] [--jobs N]\n"
+     "                   [--separator C]",
      "Analytics for a portfolio, one bond per CSV row (FILE '-' reads standard input).\n"
      "The header line is required; column names in any order:\n"
      "  id            free text echoed to the output (optional)\n"
@@ -85,7 +89,7 @@ constexpr Command kCommands[] = {
      "  coupon        annual coupon rate, percent (decimal with --decimal)\n"
      "  maturity      maturity date, ISO or serial\n"
      "  settlement    settlement date, ISO or serial\n"
-     "  price         clean price per 100, or\n"
+     "  price         clean price per 100 (or 32nds: 98-01, 98-01+, 98-012), or\n"
      "  yield         yield, percent (decimal with --decimal); each row gives one of the two\n"
      "  frequency, dated, first_coupon, redemption   optional, as the bond flags\n"
      "Output CSV (standard output or -o FILE): id, type, price, yield_pct (yield with\n"
@@ -93,7 +97,12 @@ constexpr Command kCommands[] = {
      "error_code is empty on success, the library's code when it refused the bond, or\n"
      "'input' for a malformed row; error is a sentence. Malformed rows are reported on\n"
      "standard error with their line number and do not stop the batch. --table prints an\n"
-     "aligned table instead of CSV. Exit code 1 when any row failed.",
+     "aligned table instead of CSV, --json one JSON object per row (JSON lines).\n"
+     "A UTF-8 byte-order mark is skipped; fields are separated by ',' or, when the header\n"
+     "has ';' and no ',', by ';' (numbers may then use a decimal comma); --separator C\n"
+     "sets it (',', ';' or 'tab'). --jobs N values on N threads (default: every core);\n"
+     "the output keeps the input's order. On a terminal, long runs show a progress bar on\n"
+     "standard error. Exit code 1 when any row failed.",
      cmd_batch, false},
 };
 
