@@ -372,8 +372,8 @@ KVL_EXPORT double KVL_API KVLbhyld(const double* coupons, int32_t n_coupons, con
 **   ex-dividend override).
 ** Each coupon (net of coupon_tax) grows at the reinvestment rate to
 ** maturity; the redemption is net of tax on the gain over the price (as
-** income when the bond matures before the tax horizon, else at
-** discount_tax; untaxed without a discount_tax). Result
+** income, at coupon_tax, when the next coupon date falls before the tax
+** horizon, else at discount_tax; untaxed without a discount_tax). Result
 ** ((value at maturity / dirty price)^(1/N) - 1) x frequency, N the periods
 ** from settlement to maturity. Unrounded.
 ** Errors: 250 reinvestment rate of -100 % a period or below, 1 invalid

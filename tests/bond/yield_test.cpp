@@ -184,9 +184,23 @@ TEST(RealizedYield, CouponsReinvestedAtAnotherRate) {
               1e-13);
   EXPECT_EQ(err, 0);
   EXPECT_NEAR(note.realized_yield(100.0, 0.06), 0.06, 1e-13);  // reinvested at the yield
-  // Bought at 96 with a 25 % tax on the 4 point gain: 99 at maturity.
+  // Bought at 96 with a 25 % tax on the 4 point gain: 99 at maturity. The
+  // gain is a capital gain when the next coupon (15 November) falls after
+  // the tax horizon, here 30 days.
   note.discount_tax = 0.25;
+  note.horizon = 30;
   EXPECT_NEAR(note.realized_yield(96.0, 0.04), (std::pow((future - 1) / 96, 0.25) - 1) * 2, 1e-13);
+  // Within the horizon (12 months by default) it is income, taxed at the
+  // coupon tax. A 6 % note of 15 March 2010 bought at 90 on its 15
+  // September 2005 coupon date, coupons taxed at 10 %, gains at 20 %: nine
+  // coupons of 2.7 grow at 2 % to 2.7 (1.02^9 - 1) / 0.02, and 100 less 10 %
+  // of the 10 point gain is 99; ((that + 99) / 90)^(1/9) - 1, x 2 =
+  // 0.0749710988.
+  QuotedBond taxed(500, 0.06, ymd(2010, 3, 15), ymd(2005, 9, 15));
+  taxed.coupon_tax = 0.1;
+  taxed.discount_tax = 0.2;
+  EXPECT_NEAR(taxed.realized_yield(90.0, 0.04, &err), 0.0749710988, 1e-10);
+  EXPECT_EQ(err, 0);
 }
 
 // A 6 % ten-year bond at 104 on its 15 November 2024 coupon date, callable
