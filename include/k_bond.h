@@ -1506,8 +1506,11 @@ KVL_EXPORT void KVL_API KVLilgcshflw_free(int32_t* dates, double* amounts);
 **
 ** The reference index at a date is the one index value given, or, with the
 ** values I0, I1 of two consecutive months, I0 + (day - 1) / days_in_month *
-** (I1 - I0) rounded to 5 decimals (the Treasury's Ref CPI). The index ratio
-** is settlement reference / base reference, rounded to 5 decimals. Prices
+** (I1 - I0). The index ratio is settlement reference / base reference.
+** Neither is rounded: the U.S. Treasury's published tables round the Ref
+** CPI and the index ratio to five decimals, this library does not (the
+** accrued interest and prices may differ from the tables' by a few
+** millionths per 100; pass the published values, one each, to match). Prices
 ** are real clean prices per 100 (the Treasury's formula, 31 CFR 356
 ** Appendix B; the French Treasury's for OATi) from a real yield compounded
 ** at the coupon frequency; the projected inflation-adjusted flows are
