@@ -211,12 +211,16 @@ KVL_EXPORT const char* KVL_API KVLbondver(void);
 **   yield_method         -1..-6 select a yield method; other nonzero: business-
 **                        day payment dates; NULL/0: the type's convention
 **   bd_flags             bit 0 Saturday works, bit 1 Sunday works
-**   holidays, n_holidays ascending holiday serials for business-day rules
+**   holidays, n_holidays ascending holiday serials for business-day rules;
+**                        holidays NULL is an empty list whatever the count
+**                        (a negative count is an invalid description)
 **   factor               amortisation: NULL/0 none; < 0 equal repayments on
 **                        every amortisation date from the first sink date to
 **                        maturity; (0,1] a schedule in sink_dates/sink_amounts,
 **                        the outstanding factor at settlement (1.0: computed)
-**   sink_dates, n_sink   ascending amortisation dates; each schedule entry's
+**   sink_dates, n_sink   ascending amortisation dates (not read when factor
+**                        is NULL or 0, like the other sinking-fund arrays);
+**                        each schedule entry's
 **                        amount is repaid on every amortisation date (on the
 **                        coupon grid) until the next entry
 **   sink_ends, n_sink_ends  optional last date of each entry's run (0: open);
@@ -226,7 +230,8 @@ KVL_EXPORT const char* KVL_API KVLbondver(void);
 **   exdiv_days           ex-dividend override: n < 1 calendar days added to the
 **                        coupon date, n >= 1 business days before it
 ** Dates are serials 1..1825000. Error 1 (KVL_ERR_INVALID) for any invalid
-** argument: negative counts, NULL arrays with positive counts, NaN or
+** argument: negative counts, NULL arrays with positive counts (a NULL
+** holiday list or the sinking-fund arrays of a bullet excepted), NaN or
 ** infinite values, invalid or misordered dates, unknown type, frequency not
 ** in {1,2,3,4,6,12}, a bond fully amortised by settlement. Custom types
 ** (codes 1000..1099) hold the custom-type lock as readers: -60 when it cannot
@@ -663,13 +668,13 @@ KVL_EXPORT int32_t KVL_API KVLbncpn(int32_t maturity, int32_t settlement,
 **                     applies, e.g. Gilts 7 business days back plus a day
 **   exdiv_period      NULL: the type's rule; n >= 1: n business days before
 **                     the coupon date; n <= 0: n calendar days added to it
-**   holidays, n_holidays  ascending holiday serials for business days
+**   holidays, n_holidays  ascending holiday serials for business days; a
+**                     NULL list or a count below 1 is an empty list
 **   weekend_flags     NULL: Saturday and Sunday are holidays; bit 0 set:
 **                     Saturday is a business day; bit 1: Sunday
 ** A type without an ex-dividend period returns the coupon date itself.
-** Errors: 1 invalid date or a type without a default frequency, 50 NULL
-** holidays with a positive count, 60 negative count, 460 unknown type,
-** -60 lock. Failure -1. */
+** Errors: 1 invalid date or a type without a default frequency, 460
+** unknown type, -60 lock. Failure -1. */
 KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_t settlement,
                                      const int32_t* type, const int32_t* exdiv_period,
                                      const int32_t* holidays, int32_t n_holidays,

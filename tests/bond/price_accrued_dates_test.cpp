@@ -206,13 +206,21 @@ TEST(CouponDates, OddFirstAndLastPeriods) {
 // The export reads the caller's weekend and ex-dividend period; the market
 // rules themselves are the engine's. Gilts: seven business days before
 // Thursday 7 March 2024 (back over 6, 5, 4, 1 March, 29, 28, 27 February),
-// plus one day: 28 February. Australian bonds: the caller's three business
-// days before Monday 15 April 2024, Saturday and Sunday working: Friday 12th.
+// plus one day: 28 February, whatever the weekend flags; a NULL holiday
+// list or a negative count is no list. Australian bonds: the caller's three
+// business days before Monday 15 April 2024, Saturday and Sunday working:
+// Friday 12th.
 TEST(ExDividendDate, MarketRulesAndOverrides) {
   const int32_t gilt = 40, acgb = 220, three_business = 3, settle = ymd(2024, 2, 10);
   const uint8_t weekend_works = 3;
-  EXPECT_EQ(KVLbexdiv(ymd(2029, 9, 7), settle, &gilt, nullptr, nullptr, 0, nullptr, nullptr),
-            ymd(2024, 2, 28));
+  for (const auto& [holidays_count, flags] :
+       {std::pair{0, &weekend_works}, {3, nullptr}, {-1, nullptr}}) {
+    int32_t e = -1;
+    EXPECT_EQ(KVLbexdiv(ymd(2029, 9, 7), settle, &gilt, nullptr, nullptr, holidays_count, flags,
+                        &e),
+              ymd(2024, 2, 28));
+    EXPECT_EQ(e, 0);
+  }
   EXPECT_EQ(KVLbexdiv(ymd(2033, 4, 15), settle, &acgb, &three_business, nullptr, 0,
                       &weekend_works, nullptr),
             ymd(2024, 4, 12));
