@@ -671,7 +671,9 @@ KVL_EXPORT int32_t KVL_API KVLbncpn(int32_t maturity, int32_t settlement,
 **   holidays, n_holidays  ascending holiday serials for business days; a
 **                     NULL list or a count below 1 is an empty list
 **   weekend_flags     NULL: Saturday and Sunday are holidays; bit 0 set:
-**                     Saturday is a business day; bit 1: Sunday
+**                     Saturday is a business day; bit 1: Sunday. Every
+**                     business-day rule follows them except the Gilts',
+**                     whose weekends are always closed
 ** A type without an ex-dividend period returns the coupon date itself.
 ** Errors: 1 invalid date or a type without a default frequency, 460
 ** unknown type, -60 lock. Failure -1. */
