@@ -1457,7 +1457,12 @@ KVL_EXPORT double KVL_API KVLbradydur(const double* coupons, int32_t n_coupons,
 **   maturity, settlement date serials; settlement <= maturity
 **   previous_coupon, next_coupon   optional (NULL or 0: from the semi-annual
 **                        schedule anchored at maturity; a next coupon within
-**                        27 days of maturity becomes the maturity)
+**                        27 days of maturity becomes the maturity); given,
+**                        previous < next <= maturity. A settlement after the
+**                        given next coupon trades ex that coupon (first flow
+**                        0) and accrues past it: accrued = 2 x accrued
+**                        fraction x next_coupon_amount / period fraction -
+**                        next_coupon_amount
 **   inflation            optional assumed annual inflation (NULL: 0.03), > -0.5
 **   pay_on_business_day  optional; 1 moves payment dates to the following business day
 **   holiday_options      optional; bit 1 Saturday works, bit 2 Sunday works
