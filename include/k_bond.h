@@ -320,7 +320,9 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 ** period are solved in closed form; the others by Newton's method from the
 ** current yield (5 % for a zero coupon; never above 25, so a price near zero
 ** starts at the top of the bracket), tolerance 1e-6 of face, 64 steps,
-** then by a bracketing search between -0.9 x frequency and 25.
+** then by a bracketing search between -0.9 x frequency and 25 (false
+** position, bisecting whenever a step fails to halve the bracket, so a price
+** with a yield in the bracket finds it).
 ** Rounding: types 0, 1 to 8 decimals; 2, 3, 16 to 5; 380 to 7; others none.
 ** Errors: 1 invalid description (or both solvers failed, or a yield beyond
 ** 1e100 or one that overflows its quotation frequency), 350 price zero,
