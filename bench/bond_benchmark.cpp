@@ -1,5 +1,5 @@
-// Straight-bond exports from raw arguments, as a caller makes them: price
-// and accrued interest of a 10-year U.S. Treasury note and of a Gilt.
+// Straight-bond exports from raw arguments, as a caller makes them: price,
+// yield and accrued interest of a 10-year U.S. Treasury note and of a Gilt.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -41,6 +41,24 @@ void price(benchmark::State& state, RawBond b) {
     benchmark::DoNotOptimize(p);
   }
   if (error != 0) state.SkipWithError("KVLbpr failed");
+}
+
+// The yield back from the price at the bond's own yield: Newton from the
+// current yield, as almost every caller's price takes it.
+void yield(benchmark::State& state, RawBond b) {
+  int32_t error = 0;
+  const double clean = KVLbpr(&b.coupon, 1, &b.maturity, 1, b.settlement, b.yield, nullptr,
+                              nullptr, &b.type, nullptr, 0, nullptr, nullptr, nullptr, nullptr,
+                              nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0, nullptr,
+                              0, nullptr, nullptr, nullptr, &error);
+  for (auto _ : state) {
+    double y = KVLbyld(&b.coupon, 1, &b.maturity, 1, b.settlement, clean, nullptr, nullptr,
+                       &b.type, nullptr, 0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                       nullptr, nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr,
+                       nullptr, &error);
+    benchmark::DoNotOptimize(y);
+  }
+  if (error != 0) state.SkipWithError("KVLbyld failed");
 }
 
 void accrued(benchmark::State& state, RawBond b) {
@@ -98,6 +116,8 @@ void hand_written(benchmark::State& state, RawBond b) {
 BENCHMARK_CAPTURE(hand_written, treasury_10y, treasury());
 BENCHMARK_CAPTURE(price, treasury_10y, treasury());
 BENCHMARK_CAPTURE(price, gilt_ex_dividend, gilt());
+BENCHMARK_CAPTURE(yield, treasury_10y, treasury());
+BENCHMARK_CAPTURE(yield, gilt_ex_dividend, gilt());
 BENCHMARK_CAPTURE(accrued, treasury_10y, treasury());
 BENCHMARK_CAPTURE(accrued, gilt_ex_dividend, gilt());
 

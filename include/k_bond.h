@@ -211,12 +211,16 @@ KVL_EXPORT const char* KVL_API KVLbondver(void);
 **   yield_method         -1..-6 select a yield method; other nonzero: business-
 **                        day payment dates; NULL/0: the type's convention
 **   bd_flags             bit 0 Saturday works, bit 1 Sunday works
-**   holidays, n_holidays ascending holiday serials for business-day rules
+**   holidays, n_holidays ascending holiday serials for business-day rules;
+**                        holidays NULL is an empty list whatever the count
+**                        (a negative count is an invalid description)
 **   factor               amortisation: NULL/0 none; < 0 equal repayments on
 **                        every amortisation date from the first sink date to
 **                        maturity; (0,1] a schedule in sink_dates/sink_amounts,
 **                        the outstanding factor at settlement (1.0: computed)
-**   sink_dates, n_sink   ascending amortisation dates; each schedule entry's
+**   sink_dates, n_sink   ascending amortisation dates (not read when factor
+**                        is NULL or 0, like the other sinking-fund arrays);
+**                        each schedule entry's
 **                        amount is repaid on every amortisation date (on the
 **                        coupon grid) until the next entry
 **   sink_ends, n_sink_ends  optional last date of each entry's run (0: open);
@@ -226,7 +230,8 @@ KVL_EXPORT const char* KVL_API KVLbondver(void);
 **   exdiv_days           ex-dividend override: n < 1 calendar days added to the
 **                        coupon date, n >= 1 business days before it
 ** Dates are serials 1..1825000. Error 1 (KVL_ERR_INVALID) for any invalid
-** argument: negative counts, NULL arrays with positive counts, NaN or
+** argument: negative counts, NULL arrays with positive counts (a NULL
+** holiday list or the sinking-fund arrays of a bullet excepted), NaN or
 ** infinite values, invalid or misordered dates, unknown type, frequency not
 ** in {1,2,3,4,6,12}, a bond fully amortised by settlement. Custom types
 ** (codes 1000..1099) hold the custom-type lock as readers: -60 when it cannot
@@ -315,7 +320,9 @@ KVL_EXPORT double KVL_API KVLbai(const double* coupons, int32_t n_coupons, const
 ** period are solved in closed form; the others by Newton's method from the
 ** current yield (5 % for a zero coupon; never above 25, so a price near zero
 ** starts at the top of the bracket), tolerance 1e-6 of face, 64 steps,
-** then by a bracketing search between -0.9 x frequency and 25.
+** then by a bracketing search between -0.9 x frequency and 25 (false
+** position, bisecting whenever a step fails to halve the bracket, so a price
+** with a yield in the bracket finds it).
 ** Rounding: types 0, 1 to 8 decimals; 2, 3, 16 to 5; 380 to 7; others none.
 ** Errors: 1 invalid description (or both solvers failed, or a yield beyond
 ** 1e100 or one that overflows its quotation frequency), 350 price zero,
@@ -372,8 +379,8 @@ KVL_EXPORT double KVL_API KVLbhyld(const double* coupons, int32_t n_coupons, con
 **   ex-dividend override).
 ** Each coupon (net of coupon_tax) grows at the reinvestment rate to
 ** maturity; the redemption is net of tax on the gain over the price (as
-** income when the bond matures before the tax horizon, else at
-** discount_tax; untaxed without a discount_tax). Result
+** income, at coupon_tax, when the next coupon date falls before the tax
+** horizon, else at discount_tax; untaxed without a discount_tax). Result
 ** ((value at maturity / dirty price)^(1/N) - 1) x frequency, N the periods
 ** from settlement to maturity. Unrounded.
 ** Errors: 250 reinvestment rate of -100 % a period or below, 1 invalid
@@ -663,13 +670,15 @@ KVL_EXPORT int32_t KVL_API KVLbncpn(int32_t maturity, int32_t settlement,
 **                     applies, e.g. Gilts 7 business days back plus a day
 **   exdiv_period      NULL: the type's rule; n >= 1: n business days before
 **                     the coupon date; n <= 0: n calendar days added to it
-**   holidays, n_holidays  ascending holiday serials for business days
+**   holidays, n_holidays  ascending holiday serials for business days; a
+**                     NULL list or a count below 1 is an empty list
 **   weekend_flags     NULL: Saturday and Sunday are holidays; bit 0 set:
-**                     Saturday is a business day; bit 1: Sunday
+**                     Saturday is a business day; bit 1: Sunday. Every
+**                     business-day rule follows them except the Gilts',
+**                     whose weekends are always closed
 ** A type without an ex-dividend period returns the coupon date itself.
-** Errors: 1 invalid date or a type without a default frequency, 50 NULL
-** holidays with a positive count, 60 negative count, 460 unknown type,
-** -60 lock. Failure -1. */
+** Errors: 1 invalid date or a type without a default frequency, 460
+** unknown type, -60 lock. Failure -1. */
 KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_t settlement,
                                      const int32_t* type, const int32_t* exdiv_period,
                                      const int32_t* holidays, int32_t n_holidays,
@@ -1450,7 +1459,12 @@ KVL_EXPORT double KVL_API KVLbradydur(const double* coupons, int32_t n_coupons,
 **   maturity, settlement date serials; settlement <= maturity
 **   previous_coupon, next_coupon   optional (NULL or 0: from the semi-annual
 **                        schedule anchored at maturity; a next coupon within
-**                        27 days of maturity becomes the maturity)
+**                        27 days of maturity becomes the maturity); given,
+**                        previous < next <= maturity. A settlement after the
+**                        given next coupon trades ex that coupon (first flow
+**                        0) and accrues past it: accrued = 2 x accrued
+**                        fraction x next_coupon_amount / period fraction -
+**                        next_coupon_amount
 **   inflation            optional assumed annual inflation (NULL: 0.03), > -0.5
 **   pay_on_business_day  optional; 1 moves payment dates to the following business day
 **   holiday_options      optional; bit 1 Saturday works, bit 2 Sunday works
@@ -1506,8 +1520,11 @@ KVL_EXPORT void KVL_API KVLilgcshflw_free(int32_t* dates, double* amounts);
 **
 ** The reference index at a date is the one index value given, or, with the
 ** values I0, I1 of two consecutive months, I0 + (day - 1) / days_in_month *
-** (I1 - I0) rounded to 5 decimals (the Treasury's Ref CPI). The index ratio
-** is settlement reference / base reference, rounded to 5 decimals. Prices
+** (I1 - I0). The index ratio is settlement reference / base reference.
+** Neither is rounded: the U.S. Treasury's published tables round the Ref
+** CPI and the index ratio to five decimals, this library does not (the
+** accrued interest and prices may differ from the tables' by a few
+** millionths per 100; pass the published values, one each, to match). Prices
 ** are real clean prices per 100 (the Treasury's formula, 31 CFR 356
 ** Appendix B; the French Treasury's for OATi) from a real yield compounded
 ** at the coupon frequency; the projected inflation-adjusted flows are

@@ -14,8 +14,6 @@ using kbond::engine::BondCall;
 
 namespace {
 
-constexpr int32_t kMissingArray = 50;
-constexpr int32_t kCountTooSmall = 60;
 constexpr int32_t kUnknownType = 460;
 // The schedule is the same for any coupon rate.
 constexpr double kScheduleOnlyCoupon = 0.1;
@@ -112,14 +110,6 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_
     err = kbond::engine::kLockNotObtained;
     return -1;
   }
-  if (n_holidays < 0) {
-    err = kCountTooSmall;
-    return -1;
-  }
-  if (n_holidays > 0 && !holidays) {
-    err = kMissingArray;
-    return -1;
-  }
   const int32_t code = type ? *type : 0;
   const int32_t base = kbond::engine::bond_type_base(code);
   if (base < 0) {
@@ -133,8 +123,11 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_
     return -1;
   }
   const uint8_t flags = weekend_flags ? *weekend_flags : 0;
-  const kbond::dates::BusinessCalendar calendar{n_holidays > 0 ? holidays : nullptr, n_holidays,
-                                                flags & 1, (flags >> 1) & 1};
+  // A missing list or a count below one is an empty list.
+  const bool listed = holidays && n_holidays > 0;
+  const kbond::dates::BusinessCalendar calendar{listed ? holidays : nullptr,
+                                                listed ? n_holidays : 0, flags & 1,
+                                                (flags >> 1) & 1};
   const int32_t next = kbond::dates::schedule_date(settlement, 1, 12 / f, reference_coupon,
                                                    kbond::engine::bond_type_eom_default(code),
                                                    nullptr);

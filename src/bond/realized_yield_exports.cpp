@@ -40,11 +40,14 @@ extern "C" KVL_EXPORT double KVL_API KVLbryld(
     return -1.0;
   }
   // The gain to redemption is taxed when the bond was bought below it: as
-  // income when the redemption falls before the tax cut-over date, else as
-  // a capital gain.
+  // income when the current coupon (the next one paid) falls before the tax
+  // cut-over date, else as a capital gain.
   double redeemed = bond.redemption;
-  if (bond.discount_tax != 0.0 && bond.redemption > price)
-    redeemed -= kbond::engine::capital_gains_rate(bond) * (bond.redemption - price);
+  if (bond.discount_tax != 0.0 && bond.redemption > price) {
+    const double rate =
+        bond.next_coupon < bond.horizon_date ? bond.coupon_tax : bond.discount_tax;
+    redeemed -= rate * (bond.redemption - price);
+  }
 
   // Each coupon (net of withholding tax) grows at the reinvestment rate from
   // its payment to maturity; N is the periods from settlement to maturity.

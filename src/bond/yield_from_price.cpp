@@ -21,6 +21,7 @@ namespace {
 using engine::bond_desc;
 
 constexpr int32_t kSimpleInterestMethod = 1;  // yield method of the Japanese simple yield
+constexpr int32_t kMoosmullerMethod = 3;
 constexpr int32_t kMoneyMarketFinalPeriod = 1;
 constexpr double kNoCouponStart = 0.05;       // start for bonds paying (almost) no coupon
 constexpr double kMinimumCouponForStart = 0.01;
@@ -106,6 +107,19 @@ double money_market_yield(double price, const bond_desc& desc, int32_t* error) n
   return checked_yield((ratio - 1.0) / years, error, -1.0);
 }
 
+// The lowest yield at which every discount factor is positive: -100 % per
+// period, or for Moosmuller's simple interest up to a next coupon more than
+// a period away, the yield at which 1 + t y / f vanishes. Newton's steps
+// stay above it; beyond it the price changes sign and has no root.
+double domain_floor(const bond_desc& desc) noexcept {
+  const double f = desc.frequency;
+  const double t = f * desc.tn;
+  if (t > 1.0 && engine::bond_type_yield_method(desc.conventions, desc.yield_method_arg) ==
+                     kMoosmullerMethod)
+    return -f / t;
+  return -f;
+}
+
 double iterated_yield(double price, const bond_desc& desc, int32_t* error) noexcept {
   if (!(price > 0.0)) return fail(error, kBadPrice);
   const double rate = desc.current_rate();
@@ -128,8 +142,7 @@ double iterated_yield(double price, const bond_desc& desc, int32_t* error) noexc
     const double p = engine::price_from_yield(y, desc, derivative, nullptr, &err);
     return err != 0 ? std::numeric_limits<double>::quiet_NaN() : p * 0.01;
   };
-  // Beyond -100 % per period the discount factors have no meaning.
-  auto inside_domain = [f](double y) { return y > -f; };
+  auto inside_domain = [floor = domain_floor(desc)](double y) { return y > floor; };
 
   int32_t err = 0;
   double y = engine::newton_solve(price_at, target, start, tolerance, kYieldIterations,

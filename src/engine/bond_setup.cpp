@@ -40,13 +40,16 @@ bool present_if_counted(const T* array, int32_t count) noexcept {
   return count >= 0 && (count == 0 || array != nullptr);
 }
 
-// Counts and arrays of the whole argument block, before any is read.
+// Counts and arrays of the whole argument block, before any is read. A
+// missing holiday list is an empty one whatever its count; the sinking-fund
+// arrays of a bullet (factor NULL or 0) are never read.
 bool well_formed(const bond_args& a) noexcept {
+  const bool amortises = a.factor && *a.factor != 0.0;
   return present_if_counted(a.coupons, a.n_coupons) && present_if_counted(a.dates, a.n_dates) &&
-         present_if_counted(a.frequency, a.n_frequency) &&
-         present_if_counted(a.holidays, a.n_holidays) &&
-         present_if_counted(a.sink_dates, a.n_sink) &&
-         present_if_counted(a.sink_ends, a.n_sink_ends) && valid_date(a.settlement);
+         present_if_counted(a.frequency, a.n_frequency) && a.n_holidays >= 0 &&
+         (!amortises || (present_if_counted(a.sink_dates, a.n_sink) &&
+                         present_if_counted(a.sink_ends, a.n_sink_ends))) &&
+         valid_date(a.settlement);
 }
 
 // An optional date argument: absent (NULL or 0) gives 0.
@@ -376,7 +379,7 @@ void read_method_and_calendar(const bond_args& a, bond_desc& d) noexcept {
   d.roll_forward = flags & 1;
   d.roll_flag2 = (flags >> 1) & 1;
   d.holidays = a.n_holidays > 0 ? a.holidays : nullptr;
-  d.n_holidays = a.n_holidays;
+  d.n_holidays = d.holidays ? a.n_holidays : 0;
   d.exdiv_days_given = a.exdiv_days ? 1 : 0;
   d.exdiv_days = a.exdiv_days ? *a.exdiv_days : 0;
 }

@@ -40,7 +40,7 @@ enum class SimpleFinal : int8_t {
 enum class ExdivRule : int8_t {
   kNone,                    // no ex-dividend period
   kCalendarDays,            // d - param
-  kBusinessDays,            // param business days back, weekends closed
+  kBusinessDays,            // param business days back on the caller's calendar
   kBusinessDaysPlusOne,     // param business days back, then one day later (Gilts)
   kBusinessDaysSaturdayMinusOne,  // param business days back with Saturday
                                   // trading, then one day earlier (India)

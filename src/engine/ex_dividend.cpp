@@ -42,18 +42,19 @@ int32_t austrian_exdiv(int32_t coupon_date) noexcept {
 }
 
 int32_t market_exdiv(int32_t d, const CatalogueRow& row, const BusinessCalendar& cal) noexcept {
-  // The markets' own business-day rules ignore the caller's weekend flags.
-  const BusinessCalendar weekdays{cal.holidays, cal.count, 0, 0};
   switch (row.exdiv_rule) {
     case ExdivRule::kNone:
       return d;
     case ExdivRule::kCalendarDays:
       return d - row.exdiv_param;
     case ExdivRule::kBusinessDays:
-      return dates::add_business_days(d, -row.exdiv_param, weekdays);
-    case ExdivRule::kBusinessDaysPlusOne:
-      // Gilts: seven business days back from the coupon, then one day on.
+      return dates::add_business_days(d, -row.exdiv_param, cal);
+    case ExdivRule::kBusinessDaysPlusOne: {
+      // Gilts: seven business days back from the coupon, then one day on;
+      // the London market's weekends are closed whatever the caller's flags.
+      const BusinessCalendar weekdays{cal.holidays, cal.count, 0, 0};
       return dates::add_business_days(d, -row.exdiv_param, weekdays) + 1;
+    }
     case ExdivRule::kBusinessDaysSaturdayMinusOne: {
       // Indian government securities also traded on Saturdays, so Saturday
       // counts as a business day here.

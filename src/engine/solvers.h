@@ -1,6 +1,6 @@
 // General root finders shared by every family: Newton's method on a function
-// with an analytic derivative, and a bracketing search (false position with
-// bisection safeguard) for when Newton fails.
+// with an analytic derivative, and a bracketing search (Illinois false position
+// with a bisection safeguard) for when Newton fails.
 //
 // Evaluators are callables `double f(double x, double* derivative)`; the
 // derivative pointer may be null (the bracketing search never asks for it).
@@ -78,6 +78,12 @@ double newton_solve(Eval&& f, double target, double x0, double tolerance, int ma
 // evaluation is invalid, or the limit is below 1; an invalid evaluation
 // inside the loop ends it with error 1 and the current point. The two end
 // evaluations count as the first two iterations.
+//
+// The steps are false position with the Illinois weighting: an end kept
+// twice in a row has its value halved, so the far end of a steep or very
+// curved function is moved too. Whenever a step fails to halve the bracket,
+// or lands outside it, the next step bisects: the bracket at least halves
+// every second evaluation, whatever the function's shape.
 template <class Eval>
 double bracket_solve(Eval&& f, double target, double lower, double upper, double tolerance,
                      int max_iterations, int32_t* error) {
@@ -110,13 +116,14 @@ double bracket_solve(Eval&& f, double target, double lower, double upper, double
     return kOverflowMarker;
   }
   double x = hi;
+  bool bisect = false;
+  int kept = 0;  // which end the last step kept: -1 lo, +1 hi, 0 none yet
   for (int iteration = 2; iteration < max_iterations; ++iteration) {
     const double width = hi - lo;
-    double next = hi - width * g_hi / (g_hi - g_lo);
-    // False position stalls when one end never moves; fall back to bisection
-    // whenever the step leaves the bracket or barely moves.
-    if (!(next > lo && next < hi) || std::fabs(next - x) < 0.001 * width) {
-      next = 0.5 * (lo + hi);
+    double next = 0.5 * (lo + hi);
+    if (!bisect) {
+      const double secant = hi - width * g_hi / (g_hi - g_lo);
+      if (secant > lo && secant < hi) next = secant;
     }
     x = next;
     const double fx = f(x, nullptr);
@@ -129,10 +136,15 @@ double bracket_solve(Eval&& f, double target, double lower, double upper, double
     if ((g > 0.0) == (g_hi > 0.0)) {
       hi = x;
       g_hi = g;
+      if (kept < 0) g_lo *= 0.5;
+      kept = -1;
     } else {
       lo = x;
       g_lo = g;
+      if (kept > 0) g_hi *= 0.5;
+      kept = 1;
     }
+    bisect = hi - lo > 0.5 * width;
   }
   err = 1;
   return x;

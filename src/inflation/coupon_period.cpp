@@ -45,7 +45,7 @@ bool resolve_coupon_period(int32_t settlement, int32_t maturity, int32_t months_
     if (!given(previous_given)) previous = dates::add_months(next, -step, eom);
   }
   if (!is_valid_date(previous) || !is_valid_date(next)) return false;
-  if (!(previous < next && next <= maturity && settlement <= next)) return false;
+  if (!(previous < next && next <= maturity && settlement <= maturity)) return false;
 
   period->previous = previous;
   period->next = next;

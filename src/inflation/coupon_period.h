@@ -31,7 +31,9 @@ bool is_valid_date(int32_t serial) noexcept;
 // NULL and not 0. With only the next date given the previous one is a regular
 // period earlier, but not later than settlement. A computed next coupon later
 // than maturity - `near_maturity_days` becomes the maturity. Returns false
-// unless previous < next <= maturity and settlement <= next.
+// unless previous < next <= maturity and settlement <= maturity: a caller's
+// next coupon may lie before settlement (the bond then trades ex that
+// coupon and accrues past it).
 bool resolve_coupon_period(int32_t settlement, int32_t maturity, int32_t months_per_period,
                            int32_t eom, const int32_t* previous_given, const int32_t* next_given,
                            int32_t near_maturity_days, CouponPeriod* period) noexcept;

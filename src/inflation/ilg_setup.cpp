@@ -22,11 +22,12 @@ int32_t ilg_exdiv_date(int32_t coupon_date, const dates::BusinessCalendar& cal,
 
 bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
   *desc = IlgDesc{};
-  // A real coupon is a positive fraction of par no larger than 100 %; tiny
-  // (denormal) or absurd values would only overflow the projected flows.
-  if (!std::isnormal(args.real_coupon) || args.real_coupon > 1.0) return false;
-  // Nor does a coupon payment come anywhere near 1e100 per 100 of face.
-  if (!(args.next_coupon_amount < engine::kAbsurdMagnitude)) return false;
+  // A real coupon is a positive fraction of par; tiny (denormal) values
+  // would only overflow the redemption ratio fixed by the last coupon, and
+  // neither it nor a coupon payment comes anywhere near 1e100.
+  if (!std::isnormal(args.real_coupon) || !(args.real_coupon < engine::kAbsurdMagnitude) ||
+      !(args.next_coupon_amount < engine::kAbsurdMagnitude))
+    return false;
   if (!(args.real_coupon > 0.0) || !(args.next_coupon_amount > 0.0) || !(args.base_index > 0.0) ||
       !(args.latest_index > 0.0) || !std::isfinite(args.real_coupon) ||
       !std::isfinite(args.next_coupon_amount) || !std::isfinite(args.base_index) ||

@@ -4,7 +4,8 @@
 // coupon period.
 //
 // Both index their principal by a daily reference index: the index ratio at
-// settlement is Ref(settlement) / Ref(base date), rounded to five decimals.
+// settlement is Ref(settlement) / Ref(base date), neither rounded (the U.S.
+// Treasury's published tables round both to five decimals).
 // Prices are quoted in real terms (per 100 of unindexed principal); the
 // inflation-adjusted amounts are the real ones times the index ratio.
 //
@@ -69,7 +70,7 @@ struct LinkerDesc {
   int32_t base_date = 0;
   double base_reference = 0.0;
   double settlement_reference = 0.0;
-  double index_ratio = 0.0;        // rounded to 5 decimals
+  double index_ratio = 0.0;        // settlement / base reference, unrounded
   double next_coupon_amount = 0.0; // fraction of par, inflation-adjusted
   double accrued_fraction = 0.0;   // accrued days over the year basis
   double accrued = 0.0;            // inflation-adjusted, per 100, 6 decimals

@@ -53,8 +53,10 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   desc->calendar = payment_calendar(args.holiday_options, args.holidays, args.holiday_count);
   desc->base_date = dated ? *args.option_c : args.maturity;
 
+  // The linkers' own period must hold settlement.
   if (!resolve_coupon_period(args.settlement, args.maturity, months_per_period, desc->end_of_month,
-                             args.previous_coupon, args.next_coupon, 0, &desc->period)) {
+                             args.previous_coupon, args.next_coupon, 0, &desc->period) ||
+      args.settlement > desc->period.next) {
     return 1;
   }
   const CouponPeriod& p = desc->period;

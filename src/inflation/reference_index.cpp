@@ -1,7 +1,6 @@
 #include "inflation/reference_index.h"
 
 #include "dates/date_serial.h"
-#include "engine/safe_math.h"
 
 namespace kbond::inflation {
 
@@ -36,13 +35,11 @@ double reference_index_at(int32_t date, const double* values, int32_t count, int
   }
   const int32_t month_days = index_days_in_month(month, year, error);
   if (*error != 0) return 0.0;
-  const double interpolated =
-      values[0] + static_cast<double>(day - 1) / month_days * (values[1] - values[0]);
-  return engine::round_to(interpolated, 5);
+  return values[0] + static_cast<double>(day - 1) / month_days * (values[1] - values[0]);
 }
 
 double index_ratio(double settlement_reference, double base_reference) noexcept {
-  return engine::round_to(settlement_reference / base_reference, 5);
+  return settlement_reference / base_reference;
 }
 
 }  // namespace kbond::inflation

@@ -7,9 +7,11 @@
 //
 //   I0 + (d - 1) / D * (I1 - I0)
 //
-// rounded to five decimals, as the U.S. Treasury publishes its Ref CPI
-// (October 2005 CPI 199.2 and November 197.6 give 198.47742 on 15 January
-// 2006) and as the French Treasury builds its daily inflation reference index.
+// (October 2005 CPI 199.2 and November 197.6 give 198.4774194 on 15 January
+// 2006). Neither the reference index nor the index ratio is rounded: the
+// U.S. Treasury's published tables round both to five decimals (198.47742),
+// which moves a ratio by up to 5e-6 and an accrued interest or a price by a
+// few millionths per 100.
 #pragma once
 #include <cstdint>
 
@@ -25,7 +27,7 @@ int32_t index_days_in_month(int32_t month, int32_t year, int32_t* error) noexcep
 // 152 or 153 from the month length. Returns 0.0 on failure.
 double reference_index_at(int32_t date, const double* values, int32_t count, int32_t* error) noexcept;
 
-// settlement reference / base reference, rounded to five decimals.
+// settlement reference / base reference, unrounded.
 double index_ratio(double settlement_reference, double base_reference) noexcept;
 
 }  // namespace kbond::inflation

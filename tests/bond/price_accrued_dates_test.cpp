@@ -178,6 +178,13 @@ TEST(Accrued, CallersExDividendPeriodAndHolidays) {
   gilt.holidays = {ymd(2025, 5, 30)};
   EXPECT_GT(gilt.at(ymd(2025, 5, 29)).accrued(), 0.0);
   EXPECT_LT(gilt.at(ymd(2025, 5, 29)).accrued1(), 0.0);
+  // An SGB settled Tuesday 5 November 2024 is ex-dividend for the 12
+  // November coupon (-1 x 7/360) unless Saturdays work (ex from the 6th):
+  // then it accrues 30E/360 from 12 November 2023, 353/360 of 1.
+  QuotedBond sgb(180, 0.01, ymd(2026, 11, 12), ymd(2024, 11, 5));
+  sgb.bd_flags = 1;
+  EXPECT_NEAR(sgb.accrued(), -7.0 / 360, 1e-12);
+  EXPECT_NEAR(sgb.accrued1(), 353.0 / 360, 1e-12);
 }
 
 int32_t coupon_date(int32_t maturity, int32_t settlement, int32_t k, int32_t dated,
@@ -206,16 +213,32 @@ TEST(CouponDates, OddFirstAndLastPeriods) {
 // The export reads the caller's weekend and ex-dividend period; the market
 // rules themselves are the engine's. Gilts: seven business days before
 // Thursday 7 March 2024 (back over 6, 5, 4, 1 March, 29, 28, 27 February),
-// plus one day: 28 February. Australian bonds: the caller's three business
-// days before Monday 15 April 2024, Saturday and Sunday working: Friday 12th.
+// plus one day: 28 February, whatever the weekend flags; a NULL holiday
+// list or a negative count is no list. Australian bonds: the caller's three
+// business days before Monday 15 April 2024, Saturday and Sunday working:
+// Friday 12th. Swedish bonds: five business days before Tuesday 12
+// November 2024, back over 11, 8, 7, 6 to Tuesday 5 November; with
+// Saturday working over 11, 9, 8, 7 to Wednesday 6 November.
 TEST(ExDividendDate, MarketRulesAndOverrides) {
-  const int32_t gilt = 40, acgb = 220, three_business = 3, settle = ymd(2024, 2, 10);
-  const uint8_t weekend_works = 3;
-  EXPECT_EQ(KVLbexdiv(ymd(2029, 9, 7), settle, &gilt, nullptr, nullptr, 0, nullptr, nullptr),
-            ymd(2024, 2, 28));
+  const int32_t gilt = 40, acgb = 220, sgb = 180, three_business = 3, settle = ymd(2024, 2, 10);
+  const uint8_t weekend_works = 3, saturday_works = 1;
+  for (const auto& [holidays_count, flags] :
+       {std::pair{0, &weekend_works}, {3, nullptr}, {-1, nullptr}}) {
+    int32_t e = -1;
+    EXPECT_EQ(KVLbexdiv(ymd(2029, 9, 7), settle, &gilt, nullptr, nullptr, holidays_count, flags,
+                        &e),
+              ymd(2024, 2, 28));
+    EXPECT_EQ(e, 0);
+  }
   EXPECT_EQ(KVLbexdiv(ymd(2033, 4, 15), settle, &acgb, &three_business, nullptr, 0,
                       &weekend_works, nullptr),
             ymd(2024, 4, 12));
+  const int32_t sgb_maturity = ymd(2026, 11, 12), sgb_settle = ymd(2024, 6, 1);
+  EXPECT_EQ(KVLbexdiv(sgb_maturity, sgb_settle, &sgb, nullptr, nullptr, 0, nullptr, nullptr),
+            ymd(2024, 11, 5));
+  EXPECT_EQ(KVLbexdiv(sgb_maturity, sgb_settle, &sgb, nullptr, nullptr, 0, &saturday_works,
+                      nullptr),
+            ymd(2024, 11, 6));
 }
 
 // The sinking fund settled on its 15 June 2024 coupon date, repaying 10 %

@@ -214,6 +214,23 @@ TEST(IlgArguments, BadInputsFailWithErrorOne) {
   call.inflation = -0.49;
   EXPECT_GT(call.price(0.015, &err), 0.0);
   EXPECT_EQ(err, 0);
+  // Any real coupon above 0 is a coupon: at 150 % the 22 later coupons of
+  // DebtManagementOfficeFormula are 60 times larger, the dirty price
+  // v^(133/181) (2.8952 + sum_k 75 f_k v^k + 100 f_22 v^22) = 3630.341236,
+  // clean 3629.573448 (Python, same f_k and v).
+  IlgCall rich;
+  rich.real_coupon = 1.5;
+  EXPECT_NEAR(rich.price(0.015, &err), 3629.573448, 1e-6);
+  EXPECT_EQ(err, 0);
+  // A given period that settlement has passed (26 January to 26 July 2005,
+  // settled 15 August): ex the July coupon, accrued 2.8952 (201/181 - 1).
+  const int32_t january05 = date_to_serial(26, 1, 2005);
+  IlgCall passed;
+  passed.previous = &january05, passed.next = &july05;
+  passed.settlement = date_to_serial(15, 8, 2005);
+  EXPECT_NEAR(passed.accrued(&err), 2.8952 * 20 / 181, 1e-6);
+  EXPECT_TRUE(std::isfinite(passed.price(0.015, &err)));
+  EXPECT_EQ(err, 0);
   call.settlement = call.maturity + 1;
   EXPECT_EQ(call.accrued(&err), -1.0);
   EXPECT_EQ(err, 1);

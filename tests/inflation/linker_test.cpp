@@ -117,6 +117,16 @@ TEST(TipsPrice, TreasuryRealPriceAndAccrued) {
   call.base_count = call.settle_count = 2;
   EXPECT_NEAR(call.accrued(&err), 1.082950, 1e-12);
   EXPECT_EQ(err, 0);
+  // The index ratio is not rounded: 2.375 % TIPS of 15 January 2025 on
+  // 1 January 2023, 170 of 184 days, ratio 298.012 / 188.49677 =
+  // 1.5809926 (1.58099 in the Treasury's tables): 170/368 x 2.375 x
+  // 1.5809926 = 1.7345809 -> 1.734581 (1.734578 with the table's ratio).
+  const double base = 188.49677, settle = 298.012;
+  const int32_t previous = date_to_serial(15, 7, 2022), next = date_to_serial(15, 1, 2023);
+  EXPECT_NEAR(KVLtipsai(2.375, date_to_serial(15, 1, 2025), date_to_serial(1, 1, 2023), &base, 1,
+                        &settle, 1, &previous, &next, nullptr, nullptr, 0, nullptr, &err),
+              1.734581, 1e-12);
+  EXPECT_EQ(err, 0);
 }
 
 TEST(OatiPrice, FrenchTreasuryRealPriceAndAccrued) {
