@@ -89,12 +89,13 @@ bool read_conventions(const perpetual_args& a, perpetual_desc& d) noexcept {
   d.ex_coupon_rule = normalise_ex_coupon_rule(a.ex_coupon_rule);
   g.yield_method_arg = d.ex_coupon_rule;
 
-  if (a.n_holidays < 0 || (a.n_holidays > 0 && !a.holidays)) return false;
+  // A missing holiday list is an empty one; only a negative count is wrong.
+  if (a.n_holidays < 0) return false;
   const int32_t flags = a.calendar_flags ? *a.calendar_flags : 0;
   g.roll_forward = flags & 1;
   g.roll_flag2 = (flags >> 1) & 1;
   g.holidays = a.n_holidays > 0 ? a.holidays : nullptr;
-  g.n_holidays = a.n_holidays;
+  g.n_holidays = g.holidays ? a.n_holidays : 0;
   return true;
 }
 

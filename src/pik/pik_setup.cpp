@@ -101,7 +101,7 @@ int32_t pik_setup(const pik_args& a, pik_desc& d) noexcept {
   d = pik_desc{};
   if (!finite_rates(a.cash_rates, a.n_cash) || !finite_rates(a.pik_rates, a.n_pik) ||
       !a.dates || a.n_dates < 1 || !counts_agree(a.n_cash, a.n_pik, a.n_dates) ||
-      a.n_holidays < 0 || (a.n_holidays > 0 && !a.holidays))
+      a.n_holidays < 0)  // a missing holiday list is an empty one
     return kInvalid;
   int32_t base = 0;
   if (!read_type(a, &base)) return kInvalid;

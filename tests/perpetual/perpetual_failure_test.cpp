@@ -23,7 +23,7 @@ TEST(PerpetualFailures, InconsistentDescriptionsAreErrorOne) {
       {"unknown type", [](PerpetualBond& b) { b.type = 23; }},
       {"frequency 5", [](PerpetualBond& b) { b.frequency = &frequency_five; }},
       {"dated date after settlement", [](PerpetualBond& b) { b.dated = &after_settlement; }},
-      {"holidays counted, none given", [](PerpetualBond& b) { b.n_holidays = 2; }},
+      {"negative holiday count", [](PerpetualBond& b) { b.n_holidays = -1; }},
   };
   for (const Case& c : cases) {
     PerpetualBond bond;
@@ -35,6 +35,11 @@ TEST(PerpetualFailures, InconsistentDescriptionsAreErrorOne) {
     EXPECT_EQ(bond.carry(civil_serial(2025, 12, 1), 100.0, 0.04, nullptr), -1.0) << c.what;
     EXPECT_EQ(bond.error, 1) << c.what;
   }
+  // A holiday count without a list is an empty list, as in every business-day rule.
+  PerpetualBond plain, counted;
+  counted.n_holidays = 2;
+  EXPECT_EQ(counted.price(0.05), plain.price(0.05));
+  EXPECT_EQ(counted.error, 0);
   // Step dates counted without an array, and a NULL error pointer.
   const double rate = 0.05;
   EXPECT_EQ(KVLpbpr(&rate, 1, civil_serial(2020, 6, 15), civil_serial(2025, 6, 15), 0.05, nullptr, 2, nullptr, nullptr,

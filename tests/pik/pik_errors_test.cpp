@@ -29,7 +29,7 @@ TEST(PikErrors, EachSpoiledDescriptionIsError1) {
        }},
       {"frequency 5", [](PikBond& b) { b.frequency = 5; }},
       {"negative redemption", [](PikBond& b) { b.redemption = -1.0; }},
-      {"holidays counted but absent", [](PikBond& b) { b.n_holidays = 3; }},
+      {"negative holiday count", [](PikBond& b) { b.n_holidays = -1; }},
       {"call before settlement", [](PikBond& b) { b.call = civil_serial(2025, 3, 19); }},
       // A dated date in the future puts the first coupon after a call at
       // settlement.
@@ -62,6 +62,11 @@ TEST(PikErrors, EachSpoiledDescriptionIsError1) {
       EXPECT_EQ(bond.error, 1);
     }
   }
+  // A holiday count without a list is an empty list.
+  PikBond plain, counted;
+  counted.n_holidays = 3;
+  EXPECT_EQ(counted.price(0.09), plain.price(0.09));
+  EXPECT_EQ(counted.error, 0);
   // A steep but real bond (40 % in kind) keeps its price.
   PikBond steep;
   steep.in_kind = {0.40};
