@@ -274,7 +274,7 @@ class InflationLinked(Codes):
                            to_serial(tips.maturity), to_serial(SETTLE), D(0.02), None, None, 0,
                            None, None, None, None, None, None, 0, None, 0)
         self.assertEqual((code, tips.price(0.02, SETTLE, settlement_index=317.4)), (0, raw))
-        ratio = round(317.4 / 310.2, 5)
+        ratio = 317.4 / 310.2  # index ratios are not rounded
         self.assertAlmostEqual(tips.price(0.02, SETTLE, settlement_index=317.4, adjusted=True),
                                raw * ratio, places=2)
         self.assertAlmostEqual(tips.yield_(raw, SETTLE, settlement_index=317.4), 0.02, places=4)
@@ -293,10 +293,11 @@ class InflationLinked(Codes):
         oati = k_bond.Oati(coupon=0.001, maturity=dt.date(2032, 3, 1), base_index=[100.5, 100.9])
         index = [118.2, 118.6]
         # The base falls on the 1st (I0); settlement on 15 January is 14/31
-        # of the way to February's value.
-        ratio = round(round(118.2 + 14 / 31 * 0.4, 5) / 100.5, 5)
-        self.assertAlmostEqual(oati.accrued(SETTLE, settlement_index=index),
-                               320 / 365 * 0.1 * ratio, places=6)
+        # of the way to February's value. The ratio is not rounded; the
+        # accrued interest is, to six decimals.
+        ratio = (118.2 + 14 / 31 * 0.4) / 100.5
+        self.assertEqual(oati.accrued(SETTLE, settlement_index=index),
+                         round(320 / 365 * 0.1 * ratio, 6))
         clean = oati.price(0.012, SETTLE, settlement_index=index)
         self.assertAlmostEqual(oati.yield_(clean, SETTLE, settlement_index=index), 0.012,
                                places=4)
