@@ -8,19 +8,13 @@
 #include <cstring>
 #include <vector>
 
+#include "engine/civil_serial.h"
 #include "k_bond.h"
 
 namespace kbond_batch_test {
 
-// Serial of a civil date (1 = 1 January 1900), days-from-civil algorithm.
-constexpr int32_t serial(int32_t y, int32_t m, int32_t d) {
-  y -= m <= 2;
-  const int32_t era = (y >= 0 ? y : y - 399) / 400;
-  const int32_t yoe = y - era * 400;
-  const int32_t doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
-  const int32_t doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
-  return era * 146097 + doe - 719468 + 25568;
-}
+// Serials of civil dates, computed independently of the library.
+constexpr int32_t serial(int y, unsigned m, unsigned d) { return kbond::testing::civil_serial(y, m, d); }
 
 constexpr int32_t kAllMeasures = KVL_BATCH_PRICE | KVL_BATCH_YIELD | KVL_BATCH_ACCRUED |
                                  KVL_BATCH_MODIFIED_DURATION | KVL_BATCH_MACAULAY_DURATION |
