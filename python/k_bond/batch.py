@@ -12,7 +12,10 @@
 import ctypes
 import math
 
-import numpy as np
+try:  # numpy (and pandas for frames) are the `frames` extra: k_bond imports without them
+    import numpy as np
+except ImportError:
+    np = None
 
 from . import _library
 from .errors import ERROR_MESSAGES, KBondArgumentError
@@ -36,6 +39,12 @@ _ARGTYPES = [_I32, _P, _P, _P, _P, _P, _I32, _P, _P, _P, _P, _P, _I32, _I32] + [
 _EPOCH_1970 = 25568  # serial of 1 January 1970
 
 _function = None
+
+
+def _require_numpy():
+    if np is None:
+        raise KBondArgumentError("k_bond.batch and value_columns need numpy (and pandas for "
+                                 "DataFrames): pip install k_bond[frames]", None)
 
 
 def _kvlbbatch():
@@ -85,6 +94,7 @@ def value_columns(types, coupons, maturities, settlements, market=None, *,
     (int32, 0 for a valued row) and "failed_measure" (the bit that failed).
     A failed row holds the single export's failure value in the measure
     that failed and NaN in the ones after it."""
+    _require_numpy()
     n = max((np.size(c) for c in (types, coupons, maturities, settlements, market, market_kind,
                                    frequencies, dated_dates, first_coupons, redemptions)
              if c is not None and np.ndim(c) != 0), default=1)
@@ -234,6 +244,7 @@ def batch(frame, *, decimal=False, threads=0):
     percent unless `decimal`. Rows that cannot be read get error_code
     "input"; rows the library refuses get its code as text; error_code is
     "" for a valued row. `threads` 0 uses every core."""
+    _require_numpy()
     import pandas as pd
     missing = [c for c in ("coupon", "maturity", "settlement") if c not in frame.columns]
     if missing or ("price" not in frame.columns and "yield" not in frame.columns):
