@@ -26,7 +26,10 @@ git clone -q "$repo" "$work/src"
   || { cat "$work/build.log"; exit 1; }
 wheel="$(ls "$work"/dist/k_bond-*.whl)"
 echo "built $(basename "$wheel")"
-unzip -l "$wheel" | grep -q 'k_bond/libk_bond.so' || { echo "the wheel lacks libk_bond.so"; exit 1; }
+# The listing is read whole first: grep -q stopping early would end unzip with
+# SIGPIPE, which pipefail counts as a failure.
+listing="$(unzip -Z1 "$wheel")"
+grep -qx 'k_bond/libk_bond.so' <<<"$listing" || { echo "the wheel lacks libk_bond.so"; exit 1; }
 
 mkdir -p "$work/elsewhere"
 check='
