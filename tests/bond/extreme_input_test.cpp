@@ -202,5 +202,42 @@ TEST(ExtremeInputs, Int32ExtremesAreCleanFailures) {
   }
 }
 
+// No result is infinite or NaN with error 0: a later coupon step of 1e308
+// makes no cash-flow table nor Brady value (the first step alone used to be
+// checked), and a reinvestment rate near 1e100 no realized yield.
+TEST(ExtremeInputs, NonFiniteResultsAreFailures) {
+  const int32_t dates[] = {46340, 47071, 47801}, settlement = 45351, gilt = 40;
+  for (const double step : {1e308, -1e308}) {
+    const double coupons[] = {0.04, step, 0.06};
+    int32_t err = 0;
+    double* flows = nullptr;
+    EXPECT_EQ(KVLbcshflw(nullptr, &flows, nullptr, nullptr, coupons, 3, dates, 3, settlement,
+                         nullptr, nullptr, &gilt, nullptr, 0, nullptr, nullptr, nullptr, nullptr,
+                         nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0,
+                         nullptr, 0, nullptr, nullptr, nullptr, &err),
+              -1);
+    EXPECT_EQ(err, 1);
+    EXPECT_EQ(flows, nullptr);
+    EXPECT_EQ(KVLbradypr(coupons, 3, dates, 3, settlement, 0.045, 0.04, 0.09, nullptr, nullptr,
+                         nullptr, nullptr, &gilt, nullptr, 0, nullptr, nullptr, nullptr, nullptr,
+                         nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr,
+                         &err),
+              -1.0);
+    EXPECT_EQ(err, 1);
+    EXPECT_EQ(KVLbradydur(coupons, 3, dates, 3, settlement, 0.045, 0.04, 0.09, nullptr, nullptr,
+                          nullptr, nullptr, &gilt, nullptr, 0, nullptr, nullptr, nullptr, nullptr,
+                          nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr,
+                          &err),
+              -1.0);
+    EXPECT_EQ(err, 1);
+  }
+  const QuotedBond bond(0, 0.05, 47801, settlement);
+  for (const double rate : {1e100, HUGE_VAL}) {
+    int32_t err = 0;
+    EXPECT_EQ(bond.realized_yield(101.5, rate, &err), -1.0);
+    EXPECT_EQ(err, 250);
+  }
+}
+
 }  // namespace
 }  // namespace kbond::testing
