@@ -5,6 +5,7 @@
 // the split form, so a schedule look-up splits its reference date only once.
 #include "dates/month_arithmetic.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "dates/date_serial.h"
@@ -124,7 +125,7 @@ int32_t MonthSchedule::around(int32_t date, int32_t k, int32_t* index) const noe
   if (!on_or_after_reference && !exactly_on_schedule) --j;  // truncation went the wrong way
 
   constexpr int64_t kFarIndex = int64_t{1} << 24;
-  const int32_t held = static_cast<int32_t>(j < -kFarIndex ? -kFarIndex : j > kFarIndex ? kFarIndex : j);
+  const int32_t held = static_cast<int32_t>(std::clamp(j, -kFarIndex, kFarIndex));
   if (index) *index = held;
   return this->date(held);
 }
