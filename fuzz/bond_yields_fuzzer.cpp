@@ -53,6 +53,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     b.sink_ends.count, b.sink_amounts, b.sink_premium
 
   double result = 0.0;
+  // KVLbyworst walks its call dates on after a failure, and each step's code
+  // replaces the last: with calls, a nonzero code may come with any candidate.
+  bool walked_calls = false;
   const int32_t* codes = nullptr;
   std::size_t n_codes = 0;
   auto expect = [&](const auto& set) {
@@ -96,6 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       call_prices.decode(in, {101.0, 100.5}, [&] { return in.real(100.0); });
       widen_absent_count(in, calls);
       widen_absent_count(in, call_prices);
+      walked_calls = calls.pointer && calls.count > 0;
       result = KVLbyworst(KBOND_FUZZ_HEAD, price, KBOND_FUZZ_DESC, calls.pointer, calls.count,
                           call_prices.pointer, call_prices.count, b.coupon_tax, b.discount_tax,
                           b.horizon, KBOND_FUZZ_DAYS, KBOND_FUZZ_SINK, b.exdiv_days, error_out);
@@ -107,7 +111,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   bool known = false;
   for (std::size_t i = 0; i < n_codes; ++i) known = known || codes[i] == error;
   check(known, "yields: error code outside its set", result, error);
-  if (error != 0) check(result == -1.0 || result == -999.0, "yields: failure value", result, error);
+  if (error != 0 && !walked_calls)
+    check(result == -1.0 || result == -999.0, "yields: failure value", result, error);
   check_finite(result, error, "yields: result not finite");
   return 0;
 }

@@ -457,7 +457,8 @@ KVL_EXPORT double KVL_API KVLbel(const double* coupons, int32_t n_coupons, const
 ** later date, or maturity). When the yield to maturity fails but call
 ** dates are given the walk goes on: the failed value (-1.0 or -999.0) stays
 ** a candidate and the later steps' error codes replace its code, so the
-** failure value can come back with error 0. Rounded as KVLbyld.
+** failure value can come back with error 0, and a candidate's yield with
+** the code of a call that failed after it. Rounded as KVLbyld.
 ** Errors, checked in this order: 60 n_dates below 1 or a negative count,
 ** 70 more prices than dates + 1, 50 a NULL array, 150 first call date not
 ** positive, 160 call dates not increasing or after maturity, 460 a call
