@@ -58,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                                               (!want[2] || principal) && (!want[3] || periods));
       check(all_or_none, "cash flows: a requested column missing", rows, error);
       for (int32_t i = 0; i < rows; ++i) {
-        if (dates) check(dates[i] > 0 && (i == 0 || dates[i] >= dates[i - 1]), "cash flows: dates", dates[i], 0);
+        if (dates) check(valid_serial(dates[i]) && (i == 0 || dates[i] >= dates[i - 1]), "cash flows: dates", dates[i], 0);
         if (coupons) check_finite(coupons[i], 0, "cash flows: coupon not finite");
         if (principal) check_finite(principal[i], 0, "cash flows: principal not finite");
         if (periods) check_finite(periods[i], 0, "cash flows: period not finite");

@@ -21,7 +21,7 @@ void check_cashflows(int32_t rows, const int32_t* dates, const double* amounts, 
   check(!want_dates || dates, "cash flows: dates column missing", rows, code);
   check(!want_amounts || amounts, "cash flows: amounts column missing", rows, code);
   for (int32_t i = 0; i < rows; ++i) {
-    if (dates) check(dates[i] > 0 && (i == 0 || dates[i] >= dates[i - 1]), "cash flows: dates", dates[i], code);
+    if (dates) check(valid_serial(dates[i]) && (i == 0 || dates[i] >= dates[i - 1]), "cash flows: dates", dates[i], code);
     if (amounts) check_finite(amounts[i], code, "cash flows: amount not finite");
   }
 }

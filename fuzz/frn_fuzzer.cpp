@@ -128,7 +128,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       check(dates_out && amounts_out, "cash flows: a column missing", rows, error);
       if (error_out) check(error == 0, "cash flows: rows with an error", rows, error);
       for (int32_t i = 0; i < rows; ++i) {
-        check(dates_out[i] > 0, "cash flows: bad date", dates_out[i], error);
+        check(valid_serial(dates_out[i]), "cash flows: bad date", dates_out[i], error);
         check_finite(amounts_out[i], error, "cash flows: amount not finite");
       }
     }

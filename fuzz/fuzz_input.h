@@ -214,6 +214,9 @@ struct Array {
   }
 };
 
+// Dates a successful call returns lie in the library's range.
+inline bool valid_serial(int32_t date) { return date >= 1 && date <= 1825000; }
+
 // Outputs of a successful call must be usable numbers.
 inline void check_finite(double result, int32_t error, const char* what) {
   check(std::isfinite(result), what, result, error);

@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // The function's own arguments.
   const int32_t* kind = in.optional(kind_value, [&] { return in.code(1); });
   const double* scale = in.optional(scale_value, [&] { return in.real(100.0); });
-  const int32_t* k = in.optional(k_value, [&] { return in.code(1, {0, 1, -1, 2, -2, 100, -100}); });
+  const int32_t* k = in.optional(k_value, [&] { return in.code(1, {0, 1, -1, 2, -2, 100, -100, INT32_MAX, INT32_MIN}); });
   const int32_t* step_date = in.optional(step_value, [&] { return in.date(serial(2023, 6, 1)); });
   const int32_t end_date = in.date(serial(2024, 6, 3));
   const double price = in.real(62.5);
@@ -73,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (!error_out) return 0;
     check(one_of(error, kDateErrors), "pbcpn: error code outside its set", date, error);
     if (error != 0) check(date == -1, "pbcpn: failure value", date, error);
-    else check(date > 0, "pbcpn: not a date on success", date, error);
+    else check(valid_serial(date), "pbcpn: not a date on success", date, error);
     return 0;
   }
 

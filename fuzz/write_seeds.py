@@ -52,6 +52,13 @@ def main():
     # Portfolios: no row to six rows, and seventy rows on several threads.
     for shape in range(8):
         write("batch", f"rows{shape}", [shape])
+    # Horizon, realized, average-life, remaining-life and worst yields, and
+    # the schedule exports (coupon date, count, ex-dividend date, average
+    # life): every 4th type.
+    for family, functions in (("bond_yields", 5), ("bond_schedule", 4)):
+        for function in range(functions):
+            for index in range(0, BOND_TYPES, 4):
+                write(family, f"f{function}_type{index:03d}", [function, 1, index])
     # Catalogue: every service, each output present.
     write("catalogue", "btype_gilt", [0, 0, 0x1F])
     write("catalogue", "btable_all", [1, 0x3F])

@@ -147,18 +147,19 @@ KVL_EXPORT int32_t KVL_API KVLbtable(const int32_t** codes, const int32_t** eom_
 **   simple_final     price the final period at simple interest (default 1)
 **   yield_method     0 compound, 1 Japanese simple, 2 Braess, 3 Moosmueller,
 **                    4 act/365.25 exponent (default 0)
-**   accrual_days     days added to the accrued days (default 0)
+**   accrual_days     days added to the accrued days, -31..31 (default 0)
 **   canadian_cap     1: a regular period accrues at most 363/frequency days
 **                    (default 0)
 **   mm_basis         money-market days per year, at least 1 (default 360)
-**   exdiv_days       ex-dividend period: n < 1 adds n calendar days to the
-**                    coupon date, n >= 1 steps n business days back
-**                    (default 0: none)
+**   exdiv_days       ex-dividend period, -92..92: n < 1 adds n calendar
+**                    days to the coupon date, n >= 1 steps n business days
+**                    back (default 0: none)
 **   yield_frequency  compounding periods per year of quoted yields:
 **                    0 (as the coupons), 1, 2, 3, 4, 6, 12 (default 0)
 ** Returns the code, or -1 when the code is outside 1000..1099 (nothing
-** changes), the custom-type lock could not be had, or an argument lies
-** outside its set. In the last case the refused field keeps its previous
+** changes), the custom-type lock could not be had (after about 33 seconds
+** of waiting for the calls pricing with custom types to finish), or an
+** argument lies outside its set or bounds. In the last case the refused field keeps its previous
 ** value while all other fields are written and the type becomes defined.
 */
 KVL_EXPORT int32_t KVL_API KVLbcustom(int32_t code, const int32_t* accrual_basis, const int32_t* exdiv_basis, const int32_t* eom, const int32_t* frequency, const int32_t* simple_final, const int32_t* yield_method, const int32_t* accrual_days, const int32_t* canadian_cap, const int32_t* mm_basis, const int32_t* exdiv_days, const int32_t* yield_frequency);
@@ -383,9 +384,9 @@ KVL_EXPORT double KVL_API KVLbhyld(const double* coupons, int32_t n_coupons, con
 ** horizon, else at discount_tax; untaxed without a discount_tax). Result
 ** ((value at maturity / dirty price)^(1/N) - 1) x frequency, N the periods
 ** from settlement to maturity. Unrounded.
-** Errors: 250 reinvestment rate of -100 % a period or below, 1 invalid
-** description or dirty price or periods not positive, -60 lock. Failure
-** value -1.0. */
+** Errors: 250 reinvestment rate of -100 % a period or below, or beyond
+** +-1e100, 1 invalid description, dirty price or periods not positive, or
+** a yield no double holds, -60 lock. Failure value -1.0. */
 KVL_EXPORT double KVL_API KVLbryld(const double* coupons, int32_t n_coupons, const int32_t* dates,
                                    int32_t n_dates, int32_t settlement, double price,
                                    double reinvestment_rate, const int32_t* dated_date,
@@ -463,7 +464,8 @@ KVL_EXPORT double KVL_API KVLbel(const double* coupons, int32_t n_coupons, const
 ** later date, or maturity). When the yield to maturity fails but call
 ** dates are given the walk goes on: the failed value (-1.0 or -999.0) stays
 ** a candidate and the later steps' error codes replace its code, so the
-** failure value can come back with error 0. Rounded as KVLbyld.
+** failure value can come back with error 0, and a candidate's yield with
+** the code of a call that failed after it. Rounded as KVLbyld.
 ** Errors, checked in this order: 60 n_dates below 1 or a negative count,
 ** 70 more prices than dates + 1, 50 a NULL array, 150 first call date not
 ** positive, 160 call dates not increasing or after maturity, 460 a call
@@ -677,8 +679,9 @@ KVL_EXPORT int32_t KVL_API KVLbncpn(int32_t maturity, int32_t settlement,
 **                     business-day rule follows them except the Gilts',
 **                     whose weekends are always closed
 ** A type without an ex-dividend period returns the coupon date itself.
-** Errors: 1 invalid date or a type without a default frequency, 460
-** unknown type, -60 lock. Failure -1. */
+** Errors: 1 invalid date, a type without a default frequency, or no date
+** in 1..1825000 for the coupon or its ex-dividend date, 460 unknown type,
+** -60 lock. Failure -1. */
 KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_t settlement,
                                      const int32_t* type, const int32_t* exdiv_period,
                                      const int32_t* holidays, int32_t n_holidays,

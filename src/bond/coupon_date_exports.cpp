@@ -1,6 +1,7 @@
 // Coupon dates of a straight bond without its coupon rate: a coupon date
 // counted from settlement (KVLbcpn), the number of coupons left (KVLbncpn)
 // and the ex-dividend date of the next coupon (KVLbexdiv).
+#include <algorithm>
 #include <cstdint>
 
 #include "dates/date_serial.h"
@@ -64,7 +65,10 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcpn(int32_t maturity, int32_t settleme
     lo = bond.first_coupon;
     if (from < lo) from = lo - 1;
   }
-  const int32_t steps = k ? *k : 0;
+  // Valid dates span some 60,000 months: a k beyond a million periods finds
+  // none either way, and holding it there keeps k + 1 in range.
+  constexpr int32_t kFarSteps = 1 << 20;
+  const int32_t steps = std::clamp(k ? *k : 0, -kFarSteps, kFarSteps);
   const int32_t mpp = bond.months_per_period;
   auto grid = [&](int32_t date, int32_t n) {
     return kbond::dates::schedule_date(date, n, mpp, bond.anchor, bond.eom, nullptr);
@@ -131,11 +135,22 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_
   const int32_t next = kbond::dates::schedule_date(settlement, 1, 12 / f, reference_coupon,
                                                    kbond::engine::bond_type_eom_default(code),
                                                    nullptr);
+  if (exdiv_period && !kbond::engine::valid_exdiv_days(*exdiv_period)) {
+    err = 1;
+    return -1;
+  }
+  kbond::engine::CustomType rule{};
   if (exdiv_period) {
-    kbond::engine::CustomType rule{};
     rule.name = "ex-dividend period";
     rule.exdiv_days = *exdiv_period;
-    return kbond::engine::bond_type_exdiv_date(next, base, calendar, &rule);
   }
-  return kbond::engine::bond_type_exdiv_date(next, base, calendar, nullptr);
+  const int32_t date = kbond::engine::bond_type_exdiv_date(next, base, calendar,
+                                                           exdiv_period ? &rule : nullptr);
+  // A coupon beyond the last date (settlement near it) or a period that
+  // reaches before the first date gives no ex-dividend date.
+  if (!valid_date(next) || !valid_date(date)) {
+    err = 1;
+    return -1;
+  }
+  return date;
 }

@@ -35,7 +35,8 @@ extern "C" KVL_EXPORT double KVL_API KVLbryld(
   const auto& bond = call.desc();
   const double f = bond.frequency;
   const double growth = 1.0 + reinvestment_rate / f;
-  if (!(growth > 0.0)) {
+  // A rate near 1e100 (or infinite) compounds past every finite value.
+  if (!(growth > 0.0) || !kbond::engine::plausible_magnitude(reinvestment_rate)) {
     err = kBadRate;
     return -1.0;
   }
@@ -65,5 +66,10 @@ extern "C" KVL_EXPORT double KVL_API KVLbryld(
     err = 1;
     return -1.0;
   }
-  return (kbond::engine::safe_pow(future / dirty, 1.0 / n_periods) - 1.0) * f;
+  const double yield = (kbond::engine::safe_pow(future / dirty, 1.0 / n_periods) - 1.0) * f;
+  if (!std::isfinite(yield)) {
+    err = 1;
+    return -1.0;
+  }
+  return yield;
 }

@@ -24,7 +24,7 @@ int32_t check_call_schedule(const int32_t* dates, int32_t n_dates, const int32_t
                             int32_t n_call_dates, const double* call_prices,
                             int32_t n_call_prices) noexcept {
   if (n_dates < 1 || n_call_dates < 0 || n_call_prices < 0) return kCountTooSmall;
-  if (n_call_prices > n_call_dates + 1) return kTooManyPrices;
+  if (int64_t{n_call_prices} > int64_t{n_call_dates} + 1) return kTooManyPrices;
   if (!dates) return kMissingArray;
   if (n_call_dates > 0) {
     if (!call_dates) return kMissingArray;

@@ -5,6 +5,7 @@
 // the split form, so a schedule look-up splits its reference date only once.
 #include "dates/month_arithmetic.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "dates/date_serial.h"
@@ -114,14 +115,19 @@ int32_t MonthSchedule::around(int32_t date, int32_t k, int32_t* index) const noe
   SplitDate at;
   if (reference_ok_ && split(date, &at))
     m = months_from_to(split_reference_, at, eom_, &exact);
-  int32_t j = m / months_per_period_ + k;
+  // In 64 bits: k may be any int32. The index is then held within a range
+  // that keeps j +- 1 in int32; its dates lie far outside the valid ones
+  // (which span some 60,000 months), so date() gives -1 there.
+  int64_t j = m / months_per_period_ + int64_t{k};
 
   const bool on_or_after_reference = m > 0 || (m == 0 && reference_ <= date);
   const bool exactly_on_schedule = m < 0 && exact == 1 && m % months_per_period_ == 0;
   if (!on_or_after_reference && !exactly_on_schedule) --j;  // truncation went the wrong way
 
-  if (index) *index = j;
-  return this->date(j);
+  constexpr int64_t kFarIndex = int64_t{1} << 24;
+  const int32_t held = static_cast<int32_t>(std::clamp(j, -kFarIndex, kFarIndex));
+  if (index) *index = held;
+  return this->date(held);
 }
 
 int32_t schedule_date(int32_t date, int32_t k, int32_t months_per_period, int32_t reference,

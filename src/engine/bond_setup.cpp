@@ -69,8 +69,11 @@ bool read_coupons(const bond_args& a, bond_desc& d) noexcept {
   const int32_t c = a.n_coupons;
   const int32_t n = a.n_dates;
   if (c <= 0 || n <= 0) return false;
+  // Every coupon step is paid some day, so each must be a plausible rate, not
+  // only the one in force (a later step of 1e308 made infinite cash flows).
   for (int32_t i = 0; i < c; ++i) {
-    if (!std::isfinite(a.coupons[i])) return false;
+    const bool rate = i == 0 || c == n;
+    if (rate ? !plausible_magnitude(a.coupons[i]) : !std::isfinite(a.coupons[i])) return false;
   }
   for (int32_t i = 0; i < n; ++i) {
     if (!valid_date(a.dates[i]) || (i > 0 && a.dates[i] <= a.dates[i - 1])) return false;

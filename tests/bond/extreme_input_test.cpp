@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -162,6 +164,79 @@ TEST(ExtremeInputs, TickValueWithoutAPriceMovement) {
   const double value = kBond.value_of_tick(0.05, nullptr, &err);
   EXPECT_EQ(err, 0);
   EXPECT_TRUE(std::isfinite(value) && value > 0.0);
+}
+
+// Extreme int32 arguments: the documented code and failure value, no
+// wrapped arithmetic (k + 1, n_call_dates + 1) and no negative serial
+// reported as a date.
+TEST(ExtremeInputs, Int32ExtremesAreCleanFailures) {
+  constexpr int32_t kMin = INT32_MIN, kMax = INT32_MAX;
+  const double coupon = 0.05;
+  const int32_t maturity = 47801, settlement = 45351, gilt = 40;
+  int32_t err = 0;
+  // Call dates missing with a count of 2^31 - 1: error 50, not 70.
+  EXPECT_EQ(KVLbyworst(&coupon, 1, &maturity, 1, settlement, 101.5, nullptr, nullptr, nullptr,
+                       nullptr, 0, nullptr, kMax, nullptr, 0, nullptr, nullptr, nullptr, nullptr,
+                       nullptr, nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr,
+                       nullptr, &err),
+            -1.0);
+  EXPECT_EQ(err, 50);
+  const int32_t first = 44330;
+  for (const auto& [k, first_coupon, end, settle] :
+       {std::tuple{kMin, (const int32_t*)nullptr, maturity, settlement},
+        {kMax, &first, 47806, 47806}}) {
+    EXPECT_EQ(KVLbcpn(end, settle, &k, nullptr, first_coupon, nullptr, nullptr, nullptr, &err), -1);
+    EXPECT_EQ(err, 1);
+  }
+  for (const auto& [k, reference] : {std::pair{kMin, 45352}, {kMax, 45352}, {kMax, 60}, {kMin, 60}}) {
+    EXPECT_EQ(KVLpbcpn(reference, settlement, &k, nullptr, nullptr, nullptr, &err), -1);
+    EXPECT_EQ(err, 1);
+  }
+  // Ex-dividend periods of +-2^31 and a coupon beyond the last date.
+  for (const auto& [period, settle] :
+       {std::pair{kMin, settlement}, {kMax, settlement}, {0, 1825000}}) {
+    EXPECT_EQ(KVLbexdiv(maturity, settle, &gilt, period != 0 ? &period : nullptr, nullptr, 0,
+                        nullptr, &err),
+              -1);
+    EXPECT_EQ(err, 1) << period;
+  }
+}
+
+// No result is infinite or NaN with error 0: a later coupon step of 1e308
+// makes no cash-flow table nor Brady value (the first step alone used to be
+// checked), and a reinvestment rate near 1e100 no realized yield.
+TEST(ExtremeInputs, NonFiniteResultsAreFailures) {
+  const int32_t dates[] = {46340, 47071, 47801}, settlement = 45351, gilt = 40;
+  for (const double step : {1e308, -1e308}) {
+    const double coupons[] = {0.04, step, 0.06};
+    int32_t err = 0;
+    double* flows = nullptr;
+    EXPECT_EQ(KVLbcshflw(nullptr, &flows, nullptr, nullptr, coupons, 3, dates, 3, settlement,
+                         nullptr, nullptr, &gilt, nullptr, 0, nullptr, nullptr, nullptr, nullptr,
+                         nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0,
+                         nullptr, 0, nullptr, nullptr, nullptr, &err),
+              -1);
+    EXPECT_EQ(err, 1);
+    EXPECT_EQ(flows, nullptr);
+    EXPECT_EQ(KVLbradypr(coupons, 3, dates, 3, settlement, 0.045, 0.04, 0.09, nullptr, nullptr,
+                         nullptr, nullptr, &gilt, nullptr, 0, nullptr, nullptr, nullptr, nullptr,
+                         nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr,
+                         &err),
+              -1.0);
+    EXPECT_EQ(err, 1);
+    EXPECT_EQ(KVLbradydur(coupons, 3, dates, 3, settlement, 0.045, 0.04, 0.09, nullptr, nullptr,
+                          nullptr, nullptr, &gilt, nullptr, 0, nullptr, nullptr, nullptr, nullptr,
+                          nullptr, 0, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr,
+                          &err),
+              -1.0);
+    EXPECT_EQ(err, 1);
+  }
+  const QuotedBond bond(0, 0.05, 47801, settlement);
+  for (const double rate : {1e100, HUGE_VAL}) {
+    int32_t err = 0;
+    EXPECT_EQ(bond.realized_yield(101.5, rate, &err), -1.0);
+    EXPECT_EQ(err, 250);
+  }
 }
 
 }  // namespace
