@@ -3,11 +3,9 @@
 // KVLbond_initMT initialises critical sections 3 (FRN type registry) and 2
 // (custom-type table). Before that call every lock operation succeeds at once
 // without locking (single-threaded use). Readers hold only a place in the
-// reader count while they compute, and many may be inside at once. A waiting
-// writer keeps new readers out until it has written; the readers that queued
-// behind it go in before the next writer. Either side gives up after about 33
-// seconds, leaving the lock as it found it. A thread holding a reader place
-// may take another (nested exports) without waiting.
+// reader count while they compute; a writer holds section 2 for its whole
+// update. Waiting is by back-off: after try n the thread sleeps (n + 10) / 10
+// milliseconds, giving up after 800 tries.
 #pragma once
 #include <cstdint>
 #include <mutex>
@@ -28,7 +26,7 @@ std::mutex* critical_section(int index) noexcept;
 int reader_lock(const int32_t* type) noexcept;
 void reader_unlock() noexcept;  // only after reader_lock returned 1
 
-// 1 when held, 0 when not initialised, -1 on time-out.
+// 1 when held (section 2 entered), 0 when not initialised, -1 on time-out.
 int writer_lock() noexcept;
 void writer_unlock() noexcept;  // only after writer_lock returned 1
 

@@ -6,11 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <thread>
 #include <vector>
 
-#include "engine/type_lock.h"
 #include "k_bond.h"
 
 namespace {
@@ -150,82 +148,6 @@ TEST(CustomTypePricingConcurrency, TypeLookUpsDuringRedefinition) {
   writer.join();
   for (std::thread& t : readers) t.join();
   EXPECT_EQ(bad.load(), 0);
-}
-
-// A steady stream of readers must not starve the writers. Besides a dozen
-// threads pricing without pause, two threads pass a reader place from hand
-// to hand, each entering before the other leaves (waiting at most 50 ms for
-// it), so that the reader count would never fall to zero if newcomers could
-// always join. Both writers still finish every redefinition within
-// seconds, no reader sees a half-written type, and afterwards a single
-// thread gets the lock at once.
-TEST(CustomTypePricingConcurrency, WritersFinishUnderSteadyPricing) {
-  KVLbond_initMT();
-  const int32_t code = kFirstCode + kCodes + 1;
-  double expected[2];
-  for (int d = 0; d < 2; ++d) {
-    ASSERT_EQ(define(code, d == 1), code);
-    int32_t error = -1;
-    expected[d] = price(kBonds[2], code, &error);
-    ASSERT_EQ(error, 0);
-  }
-  using Clock = std::chrono::steady_clock;
-  const Clock::time_point deadline = Clock::now() + std::chrono::seconds(5);
-  constexpr int kWrites = 10;
-  std::atomic<int> writes{0}, write_failures{0}, bad_reads{0}, reads{0}, writers_done{0},
-      relay_inside{0}, relay_failures{0};
-  const auto storming = [&] { return writers_done.load() < 2 && Clock::now() < deadline; };
-  std::vector<std::thread> threads;
-  for (int r = 0; r < 2; ++r) {
-    threads.emplace_back([&] {
-      while (storming()) {
-        if (kbond::engine::reader_lock(&code) != 1) {
-          relay_failures.fetch_add(1);
-          continue;
-        }
-        relay_inside.fetch_add(1);
-        const Clock::time_point give_up = Clock::now() + std::chrono::milliseconds(50);
-        while (relay_inside.load() < 2 && Clock::now() < give_up) std::this_thread::yield();
-        relay_inside.fetch_sub(1);
-        kbond::engine::reader_unlock();
-      }
-    });
-  }
-  for (int r = 0; r < 12; ++r) {
-    threads.emplace_back([&] {
-      while (storming()) {
-        int32_t error = -1;
-        const double p = price(kBonds[2], code, &error);
-        if (error != 0 || (p != expected[0] && p != expected[1])) bad_reads.fetch_add(1);
-        reads.fetch_add(1);
-      }
-    });
-  }
-  // The writers start once the pricing is in full flow.
-  for (int w = 0; w < 2; ++w) {
-    threads.emplace_back([&, w] {
-      while (reads.load() < 100 && Clock::now() < deadline) std::this_thread::yield();
-      for (int i = 0; i < kWrites && Clock::now() < deadline; ++i) {
-        if (define(code, (i + w) % 2 == 1) == code) writes.fetch_add(1);
-        else write_failures.fetch_add(1);
-      }
-      writers_done.fetch_add(1);
-    });
-  }
-  for (std::thread& t : threads) t.join();
-  EXPECT_EQ(writes.load(), 2 * kWrites);
-  EXPECT_EQ(write_failures.load(), 0);
-  EXPECT_EQ(bad_reads.load(), 0);
-  EXPECT_EQ(relay_failures.load(), 0);
-
-  const Clock::time_point start = Clock::now();
-  int32_t frequency = 0, error = -1;
-  KVLbtype(code, &frequency, nullptr, nullptr, nullptr, &error);
-  EXPECT_EQ(error, 0);
-  EXPECT_EQ(define(code, false), code);
-  EXPECT_EQ(price(kBonds[2], code, &error), expected[0]);
-  EXPECT_EQ(error, 0);
-  EXPECT_LT(Clock::now() - start, std::chrono::seconds(1));
 }
 
 }  // namespace
