@@ -147,19 +147,19 @@ KVL_EXPORT int32_t KVL_API KVLbtable(const int32_t** codes, const int32_t** eom_
 **   simple_final     price the final period at simple interest (default 1)
 **   yield_method     0 compound, 1 Japanese simple, 2 Braess, 3 Moosmueller,
 **                    4 act/365.25 exponent (default 0)
-**   accrual_days     days added to the accrued days, -31..31 (default 0)
+**   accrual_days     days added to the accrued days (default 0)
 **   canadian_cap     1: a regular period accrues at most 363/frequency days
 **                    (default 0)
 **   mm_basis         money-market days per year, at least 1 (default 360)
-**   exdiv_days       ex-dividend period, -92..92: n < 1 adds n calendar
-**                    days to the coupon date, n >= 1 steps n business days
-**                    back (default 0: none)
+**   exdiv_days       ex-dividend period: n < 1 adds n calendar days to the
+**                    coupon date, n >= 1 steps n business days back
+**                    (default 0: none)
 **   yield_frequency  compounding periods per year of quoted yields:
 **                    0 (as the coupons), 1, 2, 3, 4, 6, 12 (default 0)
 ** Returns the code, or -1 when the code is outside 1000..1099 (nothing
 ** changes), the custom-type lock could not be had (after about 33 seconds
 ** of waiting for the calls pricing with custom types to finish), or an
-** argument lies outside its set or bounds. In the last case the refused field keeps its previous
+** argument lies outside its set. In the last case the refused field keeps its previous
 ** value while all other fields are written and the type becomes defined.
 */
 KVL_EXPORT int32_t KVL_API KVLbcustom(int32_t code, const int32_t* accrual_basis, const int32_t* exdiv_basis, const int32_t* eom, const int32_t* frequency, const int32_t* simple_final, const int32_t* yield_method, const int32_t* accrual_days, const int32_t* canadian_cap, const int32_t* mm_basis, const int32_t* exdiv_days, const int32_t* yield_frequency);

@@ -135,10 +135,6 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_
   const int32_t next = kbond::dates::schedule_date(settlement, 1, 12 / f, reference_coupon,
                                                    kbond::engine::bond_type_eom_default(code),
                                                    nullptr);
-  if (exdiv_period && !kbond::engine::valid_exdiv_days(*exdiv_period)) {
-    err = 1;
-    return -1;
-  }
   kbond::engine::CustomType rule{};
   if (exdiv_period) {
     rule.name = "ex-dividend period";

@@ -63,10 +63,10 @@ int32_t define_custom_type(int32_t code, const CustomTypeInput& in) noexcept {
   set_field(slot.frequency, in.frequency, 2, valid_frequency, ok);
   set_field(slot.simple_final, in.simple_final, 1, any_value, ok);
   set_field(slot.yield_method, in.yield_method, 0, [](int32_t m) { return m >= 0 && m <= 4; }, ok);
-  set_field(slot.accrual_days, in.accrual_days, 0, valid_accrual_days, ok);
+  set_field(slot.accrual_days, in.accrual_days, 0, any_value, ok);
   set_field(slot.canadian_cap, in.canadian_cap, 0, any_value, ok);
   set_field(slot.mm_basis, in.mm_basis, 360, [](int32_t b) { return b >= 1; }, ok);
-  set_field(slot.exdiv_days, in.exdiv_days, 0, valid_exdiv_days, ok);
+  set_field(slot.exdiv_days, in.exdiv_days, 0, any_value, ok);
   set_field(slot.yield_frequency, in.yield_frequency, 0, valid_yield_frequency, ok);
   slot.name = kCustomTypeName;
 

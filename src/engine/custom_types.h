@@ -31,18 +31,6 @@ inline bool is_custom_code(int32_t code) noexcept {
 
 inline constexpr const char kCustomTypeName[] = "User-customized bond";
 
-// Bounds on the day counts a custom type may name. The longest ex-dividend
-// periods in use are about a month and markets add a day or none to the
-// accrued days; anything beyond these describes no bond (an accrual of two
-// billion days used to accrue millions per 100).
-inline constexpr int32_t kMaxExdivDays = 92;    // either way: business days back or calendar days
-inline constexpr int32_t kMaxAccrualDays = 31;  // either way
-
-inline bool valid_exdiv_days(int32_t n) noexcept { return n >= -kMaxExdivDays && n <= kMaxExdivDays; }
-inline bool valid_accrual_days(int32_t n) noexcept {
-  return n >= -kMaxAccrualDays && n <= kMaxAccrualDays;
-}
-
 // The slot of a defined custom code, or null (out of range or empty).
 const CustomType* custom_type(int32_t code) noexcept;
 
@@ -63,7 +51,7 @@ struct CustomTypeInput {
 
 // Defines or redefines custom type `code` under the writer lock. Returns the
 // code, or -1 when the code is outside 1000..1099, the lock cannot be had, or
-// an argument lies outside its set or bounds. A refused argument leaves its field as it
+// an argument lies outside its set. A refused argument leaves its field as it
 // was while every other field is still written and the slot becomes defined.
 int32_t define_custom_type(int32_t code, const CustomTypeInput& input) noexcept;
 
