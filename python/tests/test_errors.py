@@ -26,32 +26,23 @@ class LibraryErrors(unittest.TestCase):
         self.assertIn("(error 1)", str(exc))
         self.assertEqual(exc.function, "KVLbpr")
 
-    def test_frequency_outside_the_allowed_set(self):
-        self.assertCode(1, k_bond.price, yield_=0.04, **dict(TREASURY, frequency=5))
-        self.assertCode(1, k_bond.accrued, **dict(TREASURY, frequency=24))
-
-    def test_non_finite_yield(self):
-        self.assertCode(1, k_bond.price, yield_=math.nan, **TREASURY)
-        self.assertCode(1, k_bond.price, yield_=math.inf, **TREASURY)
-
-    def test_unknown_type_code_in_a_bond(self):
-        self.assertCode(1, k_bond.accrued, **dict(TREASURY, bond_type=9999))
-
-    def test_unknown_type_code_in_the_catalogue(self):
-        self.assertCode(460, k_bond.type_info, bond_type=9999)
-
-    def test_redemption_below_zero(self):
-        self.assertCode(1, k_bond.price, yield_=0.04, **dict(TREASURY, redemption=-1.0))
-
-    def test_frn_price_not_positive(self):
-        self.assertCode(350, k_bond.frn.simple_margin, maturity="2028-06-30",
-                        settlement="2025-01-15", current_coupon=0.05, price=0.0,
-                        index_rate=0.045, quoted_margin=0.005)
-
-    def test_frn_unknown_day_count(self):
-        self.assertCode(300, k_bond.frn.simple_margin, maturity="2028-06-30",
-                        settlement="2025-01-15", current_coupon=0.05, price=99.0,
-                        index_rate=0.045, quoted_margin=0.005, day_count=9)
+    def test_refusals_carry_the_library_code(self):
+        frn = dict(maturity="2028-06-30", settlement="2025-01-15", current_coupon=0.05,
+                   index_rate=0.045, quoted_margin=0.005)
+        cases = (  # (code, function, keywords)
+            (1, k_bond.price, dict(TREASURY, yield_=0.04, frequency=5)),
+            (1, k_bond.accrued, dict(TREASURY, frequency=24)),
+            (1, k_bond.price, dict(TREASURY, yield_=math.nan)),
+            (1, k_bond.price, dict(TREASURY, yield_=math.inf)),
+            (1, k_bond.accrued, dict(TREASURY, bond_type=9999)),
+            (460, k_bond.type_info, dict(bond_type=9999)),
+            (1, k_bond.price, dict(TREASURY, yield_=0.04, redemption=-1.0)),
+            (350, k_bond.frn.simple_margin, dict(frn, price=0.0)),
+            (300, k_bond.frn.simple_margin, dict(frn, price=99.0, day_count=9)),
+        )
+        for code, fn, keywords in cases:
+            with self.subTest(function=fn.__name__, keywords=keywords):
+                self.assertCode(code, fn, **keywords)
 
     @unittest.skipUnless(has("KVLbyld"), "library built without the yield family")
     def test_yield_from_a_negative_price(self):
