@@ -14,41 +14,12 @@ signature (what `inspect.signature` and editors show) is the method's own
 arguments followed by Bond's, all keyword-only, so the two can never drift.
 """
 
-import inspect
-
+from ._one_call import from_method
 from .bond import Bond
-
-_KW = inspect.Parameter.KEYWORD_ONLY
-# Bond's description as keyword-only parameters, `type` spelled `bond_type`
-# so that it does not shadow the built-in.
-_BOND_PARAMETERS = tuple(
-    p.replace(name="bond_type" if p.name == "type" else p.name, kind=_KW)
-    for p in inspect.signature(Bond.__init__).parameters.values() if p.name != "self")
-_BOND_NAMES = frozenset(p.name for p in _BOND_PARAMETERS)
 
 
 def _from_method(public_name, method_name):
-    """The one-call function for Bond.<method_name>: builds the Bond from its
-    keywords and calls the method with the rest."""
-    method = getattr(Bond, method_name)
-    own = tuple(p.replace(kind=_KW) for p in inspect.signature(method).parameters.values()
-                if p.name != "self")
-    signature = inspect.Signature(own + _BOND_PARAMETERS,
-                                  return_annotation=inspect.signature(method).return_annotation)
-
-    def function(**arguments):
-        bound = signature.bind(**arguments)  # TypeError for unknown or missing names
-        bond = {("type" if k == "bond_type" else k): v
-                for k, v in bound.arguments.items() if k in _BOND_NAMES}
-        call = {k: v for k, v in bound.arguments.items() if k not in _BOND_NAMES}
-        return getattr(Bond(**bond), method_name)(**call)
-
-    function.__name__ = function.__qualname__ = public_name
-    function.__module__ = __name__
-    function.__signature__ = signature
-    function.__doc__ = (inspect.getdoc(method) + "\n\nThe bond arguments are Bond's (bond_type "
-                        f"for its `type`); see help(k_bond.Bond).")
-    return function
+    return from_method(Bond, method_name, public_name, __name__, renamed={"type": "bond_type"})
 
 
 price = _from_method("price", "price")

@@ -16,12 +16,12 @@ pandas Timestamp, ISO strings or serials. Library errors raise
 KBondLibraryError (300-306 invalid type field, 350 bad price, 901 unknown or
 closed type, ...)."""
 
-import ctypes
 from typing import List, Optional, Sequence, Union
 
 from . import _family
 from ._arguments import as_float
 from ._family import DateLike, Payment
+from ._one_call import from_method
 from .errors import KBondArgumentError
 
 # FRN day-count codes.
@@ -392,54 +392,6 @@ def discount_margin(*, maturity: DateLike, settlement: DateLike, current_coupon:
                                 quoted_margin=quoted_margin, next_coupon=next_coupon)
 
 
-def price(*, yield_: float, rates: Sequence[float], rate_dates: Sequence[DateLike],
-          maturity: DateLike, settlement: DateLike, frn_type: Optional[FrnType] = None,
-          previous_coupon: Optional[DateLike] = None,
-          coupon_dates: Optional[Sequence[DateLike]] = None,
-          day_count: Union[str, int, None] = None, frequency: Optional[int] = None,
-          redemption: Optional[float] = None, income_tax: Optional[float] = None,
-          gain_tax: Optional[float] = None, holding: Optional[int] = None,
-          pay_on_business_day: Optional[bool] = None,
-          holidays: Optional[Sequence[DateLike]] = None) -> float:
-    """Clean price per 100 of an FRN at a yield; see FloatingRateNote."""
-    note = FloatingRateNote(maturity=maturity, rates=rates, rate_dates=rate_dates,
-                            frn_type=frn_type, previous_coupon=previous_coupon,
-                            coupon_dates=coupon_dates, day_count=day_count,
-                            frequency=frequency, redemption=redemption,
-                            income_tax=income_tax, gain_tax=gain_tax, holding=holding,
-                            pay_on_business_day=pay_on_business_day, holidays=holidays)
-    return note.price(yield_, settlement)
-
-
-def frn_yield(*, price: float, rates: Sequence[float], rate_dates: Sequence[DateLike],
-              maturity: DateLike, settlement: DateLike, frn_type: Optional[FrnType] = None,
-              previous_coupon: Optional[DateLike] = None,
-              coupon_dates: Optional[Sequence[DateLike]] = None,
-              day_count: Union[str, int, None] = None, frequency: Optional[int] = None,
-              redemption: Optional[float] = None, income_tax: Optional[float] = None,
-              gain_tax: Optional[float] = None, holding: Optional[int] = None,
-              pay_on_business_day: Optional[bool] = None,
-              holidays: Optional[Sequence[DateLike]] = None) -> float:
-    """Yield (decimal) of an FRN from a clean price per 100; see
-    FloatingRateNote."""
-    note = FloatingRateNote(maturity=maturity, rates=rates, rate_dates=rate_dates,
-                            frn_type=frn_type, previous_coupon=previous_coupon,
-                            coupon_dates=coupon_dates, day_count=day_count,
-                            frequency=frequency, redemption=redemption,
-                            income_tax=income_tax, gain_tax=gain_tax, holding=holding,
-                            pay_on_business_day=pay_on_business_day, holidays=holidays)
-    return note.yield_(price, settlement)
-
-
-def accrued(*, rates: Sequence[float], rate_dates: Sequence[DateLike], maturity: DateLike,
-            settlement: DateLike, frn_type: Optional[FrnType] = None,
-            previous_coupon: Optional[DateLike] = None,
-            coupon_dates: Optional[Sequence[DateLike]] = None,
-            day_count: Union[str, int, None] = None, frequency: Optional[int] = None,
-            holidays: Optional[Sequence[DateLike]] = None) -> float:
-    """Accrued interest per 100 of an FRN; see FloatingRateNote."""
-    note = FloatingRateNote(maturity=maturity, rates=rates, rate_dates=rate_dates,
-                            frn_type=frn_type, previous_coupon=previous_coupon,
-                            coupon_dates=coupon_dates, day_count=day_count,
-                            frequency=frequency, holidays=holidays)
-    return note.accrued(settlement)
+price = from_method(FloatingRateNote, "price", "price", __name__)
+frn_yield = from_method(FloatingRateNote, "yield_", "frn_yield", __name__)
+accrued = from_method(FloatingRateNote, "accrued", "accrued", __name__)
