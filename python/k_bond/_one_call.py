@@ -10,11 +10,12 @@ import inspect
 _KW = inspect.Parameter.KEYWORD_ONLY
 
 
-def from_method(cls, method_name, public_name, module, renamed=None):
+def from_method(cls, method_name, public_name, module, renamed=None, about=None):
     """The function `public_name` of `module` that builds `cls` from its
     keywords and calls `method_name` with the rest. `renamed` maps a
     constructor argument to the name the function shows (Bond's `type` is
-    `bond_type`, which does not shadow the built-in)."""
+    `bond_type`, which does not shadow the built-in); `about` names the
+    description in the docstring when the class is private."""
     renamed = renamed or {}
     original = {shown: name for name, shown in renamed.items()}
     constructor = tuple(
@@ -39,7 +40,7 @@ def from_method(cls, method_name, public_name, module, renamed=None):
     function.__module__ = module
     function.__signature__ = signature
     shown = ", ".join(f"{new} for its `{old}`" for old, new in renamed.items())
-    function.__doc__ = (inspect.getdoc(method) + f"\n\nThe description arguments are "
-                        f"{cls.__name__}'s{' (' + shown + ')' if shown else ''}; see "
-                        f"help(k_bond.{cls.__name__}).")
+    about = about or (f"{cls.__name__}'s{' (' + shown + ')' if shown else ''}; see "
+                      f"help(k_bond.{cls.__name__})")
+    function.__doc__ = inspect.getdoc(method) + f"\n\nThe description arguments are {about}."
     return function

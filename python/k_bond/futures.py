@@ -42,6 +42,7 @@ from typing import Optional, Sequence, Union
 from . import _family
 from ._family import DateLike, Rates
 from ._arguments import BondArguments, as_float
+from ._one_call import from_method
 from .errors import KBondArgumentError
 
 
@@ -52,9 +53,15 @@ _DATE_RULES = {"as_given": 0, "roll": 1, "business_days": 2}
 class _CashAndCarry:
     """A bond held from settlement to an end date, financed at a repo rate."""
 
-    def __init__(self, coupon, maturity, *, bond_type, frequency, step_dates, dated_date,
-                 first_coupon, coupon_tax, exdiv_days, holidays, saturday_works,
-                 sunday_works, date_rule, basis, days, financing, reinvest):
+    def __init__(self, coupon: Rates, maturity: DateLike, *,
+                 bond_type: Union[int, str, None] = None, frequency: Optional[int] = None,
+                 step_dates: Optional[Sequence[DateLike]] = None,
+                 dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
+                 coupon_tax: Optional[float] = None, exdiv_days: Optional[int] = None,
+                 holidays: Optional[Sequence[DateLike]] = None, saturday_works: bool = False,
+                 sunday_works: bool = False, date_rule: Union[str, int, None] = None,
+                 basis: Optional[float] = None, days: Optional[int] = None,
+                 financing: str = "simple", reinvest: bool = False) -> None:
         self.coupon = coupon
         self.maturity = maturity
         self.bond_type = bond_type
@@ -102,33 +109,53 @@ class _CashAndCarry:
         own.update(market)
         return _family.call(short + "1" if with_calendar else short, own, common)
 
-    def _carry(self, price, settlement, repo, end_date):
+    def _carry(self, price: float, settlement: DateLike, repo: float,
+               end_date: DateLike) -> float:
+        """Carry in percent of face of holding the bond from settlement to
+        `end_date` financed at `repo`: accrued interest gained plus coupons
+        received less the financing of price plus accrued interest. Errors: 160
+        end date after maturity or not after settlement."""
         return self._call("KVLbcarry", settlement, {
             "end_date": _family.date_value("end_date", end_date),
             "price": as_float("price", price), "repo": as_float("repo", repo)})
 
-    def _forward(self, price, settlement, repo, forward_date):
+    def _forward(self, price: float, settlement: DateLike, repo: float,
+                 forward_date: DateLike) -> float:
+        """Forward clean price per 100 at `forward_date`: the clean price less
+        the carry, coupons reinvested at the repo rate when `reinvest`."""
         return self._call("KVLbfwd", settlement, {
             "forward_date": _family.date_value("forward_date", forward_date),
             "price": as_float("price", price), "repo": as_float("repo", repo)})
 
-    def _implied_price(self, price, settlement, repo, conversion_factor, delivery, reinvestment):
+    def _implied_price(self, price: float, settlement: DateLike, repo: float,
+                       conversion_factor: float, delivery: DateLike,
+                       reinvestment: Optional[float] = None) -> float:
+        """Futures price per 100 implied by the bond's clean price: (price -
+        carry to delivery) / conversion_factor, coupons reinvested at
+        `reinvestment` (None: the repo rate). Error 401 for a zero factor."""
         return self._call("KVLbifutp", settlement, {
             "price": as_float("price", price), "repo": as_float("repo", repo),
             "conversion_factor": as_float("conversion_factor", conversion_factor),
             "delivery": _family.date_value("delivery", delivery),
             "reinvest": _family.double_ref("reinvestment", reinvestment)})
 
-    def _net_basis(self, price, settlement, repo, futures_price, conversion_factor,
-                   forward_date):
+    def _net_basis(self, price: float, settlement: DateLike, repo: float,
+                   futures_price: float, conversion_factor: float, delivery: DateLike) -> float:
+        """Net basis per 100: the forward price at delivery less futures_price
+        x conversion_factor."""
         return self._call("KVLbnbasis", settlement, {
-            "forward_date": _family.date_value("forward_date", forward_date),
+            "forward_date": _family.date_value("delivery", delivery),
             "price": as_float("price", price), "repo": as_float("repo", repo),
             "futures_price": as_float("futures_price", futures_price),
             "conversion_factor": as_float("conversion_factor", conversion_factor)})
 
-    def _implied_repo(self, price, settlement, futures_price, conversion_factor, delivery,
-                      reinvestment):
+    def _implied_repo(self, price: float, settlement: DateLike, futures_price: float,
+                      conversion_factor: float, delivery: DateLike,
+                      reinvestment: Optional[float] = None) -> float:
+        """Implied repo rate (decimal per year): the rate at which the carry to
+        delivery equals price - futures_price x conversion_factor, coupons
+        reinvested at `reinvestment` (None: the rate sought). Error 1 when no
+        rate in [-4, 15] fits."""
         return self._call("KVLbirepo", settlement, {
             "price": as_float("price", price),
             "futures_price": as_float("futures_price", futures_price),
@@ -281,116 +308,13 @@ def conversion_factor(*, coupon: float, maturity: DateLike, delivery: DateLike,
     return _family.call("KVLbfact1", own)
 
 
-def _position(coupon, maturity, bond_type, frequency, step_dates, dated_date, first_coupon,
-              coupon_tax, exdiv_days, holidays, saturday_works, sunday_works, date_rule,
-              basis, days, financing, reinvest):
-    return _CashAndCarry(coupon, maturity, bond_type=bond_type, frequency=frequency,
-                         step_dates=step_dates, dated_date=dated_date,
-                         first_coupon=first_coupon, coupon_tax=coupon_tax,
-                         exdiv_days=exdiv_days, holidays=holidays,
-                         saturday_works=saturday_works, sunday_works=sunday_works,
-                         date_rule=date_rule, basis=basis, days=days, financing=financing,
-                         reinvest=reinvest)
+def _from_position(method_name, public_name):
+    return from_method(_CashAndCarry, method_name, public_name, __name__,
+                       about="those of the bond held (as Future's)")
 
 
-def carry(*, coupon: Rates, maturity: DateLike, settlement: DateLike, end_date: DateLike,
-          price: float, repo: float, bond_type: Union[int, str, None] = None,
-          frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-          dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-          coupon_tax: Optional[float] = None, exdiv_days: Optional[int] = None,
-          holidays: Optional[Sequence[DateLike]] = None, saturday_works: bool = False,
-          sunday_works: bool = False, date_rule: Union[str, int, None] = None,
-          basis: Optional[float] = None, days: Optional[int] = None,
-          financing: str = "simple", reinvest: bool = False) -> float:
-    """Carry in percent of face of holding the bond from settlement to
-    `end_date` financed at `repo`: accrued interest gained plus coupons
-    received less the financing of price plus accrued interest. Errors: 160
-    end date after maturity or not after settlement."""
-    return _position(coupon, maturity, bond_type, frequency, step_dates, dated_date,
-                     first_coupon, coupon_tax, exdiv_days, holidays, saturday_works,
-                     sunday_works, date_rule, basis, days, financing,
-                     reinvest)._carry(price, settlement, repo, end_date)
-
-
-def forward_price(*, coupon: Rates, maturity: DateLike, settlement: DateLike,
-                  forward_date: DateLike, price: float, repo: float,
-                  bond_type: Union[int, str, None] = None, frequency: Optional[int] = None,
-                  step_dates: Optional[Sequence[DateLike]] = None,
-                  dated_date: Optional[DateLike] = None,
-                  first_coupon: Optional[DateLike] = None, coupon_tax: Optional[float] = None,
-                  exdiv_days: Optional[int] = None,
-                  holidays: Optional[Sequence[DateLike]] = None, saturday_works: bool = False,
-                  sunday_works: bool = False, date_rule: Union[str, int, None] = None,
-                  basis: Optional[float] = None, days: Optional[int] = None,
-                  financing: str = "simple", reinvest: bool = False) -> float:
-    """Forward clean price per 100 at `forward_date`: the clean price less
-    the carry, coupons reinvested at the repo rate when `reinvest`."""
-    return _position(coupon, maturity, bond_type, frequency, step_dates, dated_date,
-                     first_coupon, coupon_tax, exdiv_days, holidays, saturday_works,
-                     sunday_works, date_rule, basis, days, financing,
-                     reinvest)._forward(price, settlement, repo, forward_date)
-
-
-def implied_futures_price(*, coupon: Rates, maturity: DateLike, settlement: DateLike,
-                          delivery: DateLike, price: float, repo: float,
-                          conversion_factor: float, reinvestment: Optional[float] = None,
-                          bond_type: Union[int, str, None] = None,
-                          frequency: Optional[int] = None,
-                          step_dates: Optional[Sequence[DateLike]] = None,
-                          dated_date: Optional[DateLike] = None,
-                          first_coupon: Optional[DateLike] = None,
-                          coupon_tax: Optional[float] = None, exdiv_days: Optional[int] = None,
-                          holidays: Optional[Sequence[DateLike]] = None,
-                          saturday_works: bool = False, sunday_works: bool = False,
-                          date_rule: Union[str, int, None] = None,
-                          basis: Optional[float] = None, days: Optional[int] = None,
-                          financing: str = "simple", reinvest: bool = False) -> float:
-    """Futures price per 100 implied by the bond's clean price: (price -
-    carry to delivery) / conversion_factor, coupons reinvested at
-    `reinvestment` (None: the repo rate). Error 401 for a zero factor."""
-    return _position(coupon, maturity, bond_type, frequency, step_dates, dated_date,
-                     first_coupon, coupon_tax, exdiv_days, holidays, saturday_works,
-                     sunday_works, date_rule, basis, days, financing,
-                     reinvest)._implied_price(price, settlement, repo, conversion_factor,
-                                              delivery, reinvestment)
-
-
-def net_basis(*, coupon: Rates, maturity: DateLike, settlement: DateLike,
-              delivery: DateLike, price: float, repo: float, futures_price: float,
-              conversion_factor: float, bond_type: Union[int, str, None] = None,
-              frequency: Optional[int] = None, step_dates: Optional[Sequence[DateLike]] = None,
-              dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-              coupon_tax: Optional[float] = None, exdiv_days: Optional[int] = None,
-              holidays: Optional[Sequence[DateLike]] = None, saturday_works: bool = False,
-              sunday_works: bool = False, date_rule: Union[str, int, None] = None,
-              basis: Optional[float] = None, days: Optional[int] = None,
-              financing: str = "simple", reinvest: bool = False) -> float:
-    """Net basis per 100: the forward price at delivery less futures_price
-    x conversion_factor."""
-    return _position(coupon, maturity, bond_type, frequency, step_dates, dated_date,
-                     first_coupon, coupon_tax, exdiv_days, holidays, saturday_works,
-                     sunday_works, date_rule, basis, days, financing,
-                     reinvest)._net_basis(price, settlement, repo, futures_price,
-                                          conversion_factor, delivery)
-
-
-def implied_repo(*, coupon: Rates, maturity: DateLike, settlement: DateLike,
-                 delivery: DateLike, price: float, futures_price: float,
-                 conversion_factor: float, reinvestment: Optional[float] = None,
-                 bond_type: Union[int, str, None] = None, frequency: Optional[int] = None,
-                 step_dates: Optional[Sequence[DateLike]] = None,
-                 dated_date: Optional[DateLike] = None, first_coupon: Optional[DateLike] = None,
-                 coupon_tax: Optional[float] = None, exdiv_days: Optional[int] = None,
-                 holidays: Optional[Sequence[DateLike]] = None, saturday_works: bool = False,
-                 sunday_works: bool = False, date_rule: Union[str, int, None] = None,
-                 basis: Optional[float] = None, days: Optional[int] = None,
-                 financing: str = "simple", reinvest: bool = False) -> float:
-    """Implied repo rate (decimal per year): the rate at which the carry to
-    delivery equals price - futures_price x conversion_factor, coupons
-    reinvested at `reinvestment` (None: the rate sought). Error 1 when no
-    rate in [-4, 15] fits."""
-    return _position(coupon, maturity, bond_type, frequency, step_dates, dated_date,
-                     first_coupon, coupon_tax, exdiv_days, holidays, saturday_works,
-                     sunday_works, date_rule, basis, days, financing,
-                     reinvest)._implied_repo(price, settlement, futures_price,
-                                             conversion_factor, delivery, reinvestment)
+carry = _from_position("_carry", "carry")
+forward_price = _from_position("_forward", "forward_price")
+implied_futures_price = _from_position("_implied_price", "implied_futures_price")
+net_basis = _from_position("_net_basis", "net_basis")
+implied_repo = _from_position("_implied_repo", "implied_repo")
