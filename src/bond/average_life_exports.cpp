@@ -1,6 +1,6 @@
 // KVLbal: the average life of a bond with a sinking fund, the time to each
 // repayment of principal weighted by its size.
-#include "bond/cash_flow_walk.h"
+#include "engine/cash_flow_walk.h"
 #include "engine/call_frame.h"
 #include "engine/catalogue.h"
 #include "k_bond.h"
@@ -38,8 +38,8 @@ extern "C" KVL_EXPORT double KVL_API KVLbal(
   // In coupon periods from settlement: each repayment at its coupon date,
   // what is left at maturity (after a broken last period when there is one).
   double weighted = 0.0, repaid = 0.0;
-  kbond::bond::walk_cash_flows(bond, [&](const kbond::bond::CashFlowRow& row) {
-    if (row.face < kbond::bond::kNegligibleFace) return;
+  kbond::engine::walk_cash_flows(bond, [&](const kbond::engine::CashFlowRow& row) {
+    if (row.face < kbond::engine::kNegligibleFace) return;
     weighted += row.face * row.nominal_periods;
     repaid += row.face;
   });

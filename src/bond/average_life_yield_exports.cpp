@@ -2,8 +2,8 @@
 // fund, the bond priced as a bullet maturing on that date.
 #include <cmath>
 
-#include "bond/shortened_bond.h"
-#include "bond/yield_from_price.h"
+#include "engine/shortened_bond.h"
+#include "engine/yield_from_price.h"
 #include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
 #include "engine/call_frame.h"
@@ -69,8 +69,8 @@ extern "C" KVL_EXPORT double KVL_API KVLbyldal(
   if (!call.ok()) return -1.0;
   const auto& bond = call.desc();
   if (!sinking) {
-    const double y = kbond::bond::quoted_yield_from_price(price, bond, &err);
-    return kbond::bond::round_yield_by_type(y, bond.type);
+    const double y = kbond::engine::quoted_yield_from_price(price, bond, &err);
+    return kbond::engine::round_yield_by_type(y, bond.type);
   }
   const double life =
       KVLbal(bond.maturity, settlement, dated_date, first_coupon, type, frequency, n_frequency,
@@ -86,15 +86,15 @@ extern "C" KVL_EXPORT double KVL_API KVLbyldal(
   if (average_life_date <= settlement) average_life_date = settlement + 1;
 
   // The bullet that matures on the average-life date.
-  kbond::bond::ShortenedBond cut;
+  kbond::engine::ShortenedBond cut;
   err = cut.build(bullet, bond, average_life_date);
   if (err != 0) return -1.0;
-  kbond::bond::ScopedDescription to_life(cut.args);
+  kbond::engine::ScopedDescription to_life(cut.args);
   if (to_life.status != 0) {
     err = to_life.status;
     return -1.0;
   }
-  const double y = kbond::bond::quoted_yield_from_price(price, to_life.desc, &err);
+  const double y = kbond::engine::quoted_yield_from_price(price, to_life.desc, &err);
   if (err != 0) return -1.0;
-  return kbond::bond::round_yield_by_type(y, to_life.desc.type);
+  return kbond::engine::round_yield_by_type(y, to_life.desc.type);
 }

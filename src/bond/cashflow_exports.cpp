@@ -2,7 +2,7 @@
 // cash flows, in arrays the library allocates and the caller returns.
 #include <cstdlib>
 
-#include "bond/cash_flow_walk.h"
+#include "engine/cash_flow_walk.h"
 #include "engine/call_frame.h"
 #include "engine/catalogue.h"
 #include "engine/safe_math.h"
@@ -19,7 +19,7 @@ constexpr int32_t kNoMemory = -50;
 // gain over the price is taxed as income before the tax cut-over date and
 // as a capital gain from then on; without a capital-gains tax rate nothing
 // is taxed.
-double tax_on_gain(const kbond::engine::bond_desc& desc, const kbond::bond::CashFlowRow& row,
+double tax_on_gain(const kbond::engine::bond_desc& desc, const kbond::engine::CashFlowRow& row,
                    double price) noexcept {
   if (desc.discount_tax == 0.0 || row.face <= 0.0) return 0.0;
   const double repaid_at = row.at_maturity ? desc.redemption : 100.0;
@@ -86,7 +86,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcshflw(
   BondCall call(args, error);
   if (!call.ok()) return -1;
   const auto& bond = call.desc();
-  const int32_t n = kbond::bond::cash_flow_rows(bond);
+  const int32_t n = kbond::engine::cash_flow_rows(bond);
   if (!out_dates && !out_coupons && !out_principal && !out_periods) return n;
 
   bool failed = false;
@@ -97,7 +97,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcshflw(
   if (failed) call.error() = kNoMemory;
 
   if (!failed && n >= 1) {
-    kbond::bond::walk_cash_flows(bond, [&](const kbond::bond::CashFlowRow& row) {
+    kbond::engine::walk_cash_flows(bond, [&](const kbond::engine::CashFlowRow& row) {
       if (row.index >= n) return;
       if (row_dates) row_dates[row.index] = row.paid;
       if (row_coupons) row_coupons[row.index] = row.coupon * 100.0;

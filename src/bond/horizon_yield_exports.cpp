@@ -1,7 +1,7 @@
 // KVLbhyld: the yield earned from settlement to a sale at a horizon date
 // and price.
-#include "bond/shortened_bond.h"
-#include "bond/yield_from_price.h"
+#include "engine/shortened_bond.h"
+#include "engine/yield_from_price.h"
 #include "engine/call_frame.h"
 #include "k_bond.h"
 
@@ -41,16 +41,16 @@ extern "C" KVL_EXPORT double KVL_API KVLbhyld(
     return -1.0;
   }
   // The same bond, sold at the horizon: redeemed there at the horizon price.
-  kbond::bond::ShortenedBond sold;
+  kbond::engine::ShortenedBond sold;
   err = sold.build(args, bond, horizon_date);
   if (err != 0) return -1.0;
   sold.args.redemption = &horizon_price;
-  kbond::bond::ScopedDescription to_horizon(sold.args);
+  kbond::engine::ScopedDescription to_horizon(sold.args);
   if (to_horizon.status != 0) {
     err = to_horizon.status;
     return -1.0;
   }
   double p = price;
   if (to_horizon.desc.price_factor_flag) p *= to_horizon.desc.price_factor;
-  return kbond::bond::yield_from_price(p, to_horizon.desc, &err);
+  return kbond::engine::yield_from_price(p, to_horizon.desc, &err);
 }

@@ -2,7 +2,7 @@
 // coupons are reinvested at a given rate.
 #include <cmath>
 
-#include "bond/cash_flow_walk.h"
+#include "engine/cash_flow_walk.h"
 #include "engine/call_frame.h"
 #include "engine/evaluator_common.h"
 #include "engine/safe_math.h"
@@ -53,11 +53,11 @@ extern "C" KVL_EXPORT double KVL_API KVLbryld(
   // Each coupon (net of withholding tax) grows at the reinvestment rate from
   // its payment to maturity; N is the periods from settlement to maturity.
   double n_periods = 0.0;
-  kbond::bond::walk_cash_flows(bond, [&](const kbond::bond::CashFlowRow& row) {
+  kbond::engine::walk_cash_flows(bond, [&](const kbond::engine::CashFlowRow& row) {
     if (row.at_maturity) n_periods = row.nominal_periods;
   });
   double future = redeemed * 0.01;
-  kbond::bond::walk_cash_flows(bond, [&](const kbond::bond::CashFlowRow& row) {
+  kbond::engine::walk_cash_flows(bond, [&](const kbond::engine::CashFlowRow& row) {
     if (row.coupon != 0.0)
       future += row.coupon * kbond::engine::safe_pow(growth, n_periods - row.nominal_periods);
   });

@@ -4,12 +4,12 @@
 #include <cmath>
 
 #include "bond/common_args.h"
-#include "bond/yield_sensitivity.h"
+#include "engine/yield_sensitivity.h"
 #include "engine/call_frame.h"
 #include "engine/catalogue.h"
 #include "k_bond.h"
 
-using kbond::bond::YieldSensitivity;
+using kbond::engine::YieldSensitivity;
 using kbond::engine::BondCall;
 
 namespace {
@@ -43,7 +43,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbdur(
   if (!call.ok()) return -1.0;
   YieldSensitivity s;
   int32_t& err = call.error();
-  err = kbond::bond::yield_sensitivity(yield, call.desc(), false, s);
+  err = kbond::engine::yield_sensitivity(yield, call.desc(), false, s);
   if (err == 0 && !(s.dirty > 0.0)) err = 1;  // no duration without a positive value
   if (err != 0) return -1.0;
   const double modified = -(s.first * s.ratio) / s.dirty;
@@ -69,7 +69,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbconv(
   if (!call.ok()) return -1.0;
   YieldSensitivity s;
   int32_t& err = call.error();
-  err = kbond::bond::yield_sensitivity(yield, call.desc(), true, s);
+  err = kbond::engine::yield_sensitivity(yield, call.desc(), true, s);
   if (err == 0 && !(s.dirty > 0.0)) err = 1;
   if (err != 0) return kAfterSetupFailure;
   double curvature = s.second;
@@ -108,7 +108,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbvalbp(
   if (!call.ok()) return call.error() == kbond::engine::kLockNotObtained ? kAfterSetupFailure : -1.0;
   YieldSensitivity sens;
   int32_t& err = call.error();
-  err = kbond::bond::yield_sensitivity(yield, call.desc(), false, sens);
+  err = kbond::engine::yield_sensitivity(yield, call.desc(), false, sens);
   if (err != 0) return kAfterSetupFailure;
   double d = sens.first;
   // Per 100 of outstanding face for an amortising bond.

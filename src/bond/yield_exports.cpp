@@ -1,6 +1,6 @@
 // KVLbyld: the yield to maturity of a straight bond from its clean price.
 #include "bond/common_args.h"
-#include "bond/yield_from_price.h"
+#include "engine/yield_from_price.h"
 #include "engine/call_frame.h"
 #include "k_bond.h"
 
@@ -22,8 +22,8 @@ extern "C" KVL_EXPORT double KVL_API KVLbyld(
       sink_amounts, sink_premium, exdiv_days);
   BondCall call(args, error);
   if (!call.ok()) return -1.0;
-  const double y = kbond::bond::quoted_yield_from_price(price, call.desc(), &call.error());
-  return kbond::bond::round_yield_by_type(y, call.desc().type);
+  const double y = kbond::engine::quoted_yield_from_price(price, call.desc(), &call.error());
+  return kbond::engine::round_yield_by_type(y, call.desc().type);
 }
 
 // KVLbel: the remaining life of the bond as its conventions measure time,

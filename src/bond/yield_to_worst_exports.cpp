@@ -3,8 +3,8 @@
 // calls whenever that suits it.
 #include <cmath>
 
-#include "bond/shortened_bond.h"
-#include "bond/yield_from_price.h"
+#include "engine/shortened_bond.h"
+#include "engine/yield_from_price.h"
 #include "engine/call_frame.h"
 #include "k_bond.h"
 
@@ -46,7 +46,7 @@ int32_t check_call_schedule(const int32_t* dates, int32_t n_dates, const int32_t
 double yield_to_call(double price, const kbond::engine::bond_args& args,
                      const kbond::engine::bond_desc& bond, int32_t call_date, const double* value,
                      int32_t* error) noexcept {
-  kbond::bond::ShortenedBond called;
+  kbond::engine::ShortenedBond called;
   *error = called.build(args, bond, call_date);
   if (*error != 0) return -1.0;
   called.args.redemption = value;
@@ -55,12 +55,12 @@ double yield_to_call(double price, const kbond::engine::bond_args& args,
   called.args.n_sink = kept;
   if (args.n_sink_ends > 0) called.args.n_sink_ends = kept;
   if (kept == 0) called.args.factor = nullptr;
-  kbond::bond::ScopedDescription to_call(called.args);
+  kbond::engine::ScopedDescription to_call(called.args);
   if (to_call.status != 0) {
     *error = to_call.status;
     return -1.0;
   }
-  return kbond::bond::quoted_yield_from_price(price, to_call.desc, error);
+  return kbond::engine::quoted_yield_from_price(price, to_call.desc, error);
 }
 
 }  // namespace
@@ -96,7 +96,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbyworst(
   if (!call.ok()) return -1.0;
   const auto& bond = call.desc();
 
-  double worst = kbond::bond::quoted_yield_from_price(price, bond, &err);
+  double worst = kbond::engine::quoted_yield_from_price(price, bond, &err);
   // Without a call schedule a failed yield to maturity ends the call. With
   // one, the walk goes on: the failed value stays the first candidate and
   // the later steps' codes replace its code.
@@ -113,5 +113,5 @@ extern "C" KVL_EXPORT double KVL_API KVLbyworst(
     // Ties keep the candidate met first: the later date, or maturity.
     if (y < worst) worst = y;
   }
-  return kbond::bond::round_yield_by_type(worst, bond.type);
+  return kbond::engine::round_yield_by_type(worst, bond.type);
 }

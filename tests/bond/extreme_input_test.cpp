@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "bond/quoted_bond.h"
-#include "bond/yield_from_price.h"
+#include "engine/yield_from_price.h"
 
 namespace kbond::testing {
 namespace {
@@ -59,10 +59,10 @@ TEST(PriceOverflow, AbsurdDescriptionsAreError1) {
 TEST(ExtremeInputs, YieldRoundingKeepsFailureValuesExact) {
   // -999.0 * 1e8 * 1e-8 is not -999.0 in doubles; the failure value must be.
   for (int32_t type : {0, 1, 2, 3, 16, 380, 40}) {
-    EXPECT_EQ(bond::round_yield_by_type(-999.0, type), -999.0) << "type " << type;
-    EXPECT_EQ(bond::round_yield_by_type(-1.0, type), -1.0) << "type " << type;
+    EXPECT_EQ(kbond::engine::round_yield_by_type(-999.0, type), -999.0) << "type " << type;
+    EXPECT_EQ(kbond::engine::round_yield_by_type(-1.0, type), -1.0) << "type " << type;
   }
-  EXPECT_DOUBLE_EQ(bond::round_yield_by_type(0.0456789012345, 0), 0.04567890);
+  EXPECT_DOUBLE_EQ(kbond::engine::round_yield_by_type(0.0456789012345, 0), 0.04567890);
 }
 
 // (price - carry) / 5e-324 overflows, and so does an invoice price of

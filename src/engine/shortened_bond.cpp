@@ -1,9 +1,9 @@
 // Copies of a bond's description that mature earlier.
-#include "bond/shortened_bond.h"
+#include "engine/shortened_bond.h"
 
 #include <cstdlib>
 
-namespace kbond::bond {
+namespace kbond::engine {
 
 ShortenedBond::~ShortenedBond() { std::free(dates_); }
 
@@ -47,4 +47,4 @@ int32_t ShortenedBond::build(const engine::bond_args& original, const engine::bo
   return 0;
 }
 
-}  // namespace kbond::bond
+}  // namespace kbond::engine

@@ -1,12 +1,12 @@
 // The discounting clock of the cash-flow rows: the exponents the bond's own
 // price-yield evaluator gives each payment.
-#include "bond/cash_flow_walk.h"
+#include "engine/cash_flow_walk.h"
 
 #include "dates/day_count.h"
 #include "engine/catalogue.h"
 #include "engine/price_from_yield.h"
 
-namespace kbond::bond {
+namespace kbond::engine {
 
 namespace {
 
@@ -52,4 +52,4 @@ double DiscountClock::periods(int32_t date, double nominal) const noexcept {
   return business_days ? engine::business_day_periods(desc_, nominal, date) : nominal;
 }
 
-}  // namespace kbond::bond
+}  // namespace kbond::engine

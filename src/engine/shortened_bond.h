@@ -13,7 +13,7 @@
 
 #include "engine/bond_desc.h"
 
-namespace kbond::bond {
+namespace kbond::engine {
 
 inline constexpr int32_t kNoMemory = -50;
 
@@ -54,4 +54,4 @@ struct ScopedDescription {
   int32_t status;
 };
 
-}  // namespace kbond::bond
+}  // namespace kbond::engine

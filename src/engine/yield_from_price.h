@@ -18,7 +18,7 @@
 
 #include "engine/bond_desc.h"
 
-namespace kbond::bond {
+namespace kbond::engine {
 
 inline constexpr int32_t kBadPrice = 350;          // price zero, negative or not above -accrued
 inline constexpr int32_t kNegativeTime = 160;      // settlement after maturity in a closed form
@@ -55,4 +55,4 @@ double quoted_yield_from_price(double price, const engine::bond_desc& desc,
 // every other type unrounded.
 double round_yield_by_type(double yield, int32_t type) noexcept;
 
-}  // namespace kbond::bond
+}  // namespace kbond::engine

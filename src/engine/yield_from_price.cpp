@@ -1,6 +1,6 @@
 // yield_from_price: closed forms for the simple-interest conventions,
 // Newton's method with a bracketing fallback for compound yields.
-#include "bond/yield_from_price.h"
+#include "engine/yield_from_price.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +14,7 @@
 #include "engine/solvers.h"
 #include "engine/safe_math.h"
 
-namespace kbond::bond {
+namespace kbond::engine {
 
 namespace {
 
@@ -201,4 +201,4 @@ double round_yield_by_type(double yield, int32_t type) noexcept {
   }
 }
 
-}  // namespace kbond::bond
+}  // namespace kbond::engine

@@ -12,7 +12,7 @@
 
 #include "engine/bond_desc.h"
 
-namespace kbond::bond {
+namespace kbond::engine {
 
 struct YieldSensitivity {
   double price = 0.0;        // clean, per 100 of the description's face
@@ -29,4 +29,4 @@ struct YieldSensitivity {
 int32_t yield_sensitivity(double yield, const engine::bond_desc& desc, bool want_second,
                           YieldSensitivity& out) noexcept;
 
-}  // namespace kbond::bond
+}  // namespace kbond::engine

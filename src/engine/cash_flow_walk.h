@@ -17,7 +17,7 @@
 #include "engine/coupon_schedule.h"
 #include "engine/evaluator_common.h"
 
-namespace kbond::bond {
+namespace kbond::engine {
 
 struct CashFlowRow {
   int32_t index = 0;            // 0 for the next coupon date
@@ -132,4 +132,4 @@ void walk_cash_flows(const engine::bond_desc& desc, Visit&& visit) {
   }
 }
 
-}  // namespace kbond::bond
+}  // namespace kbond::engine

@@ -1,12 +1,12 @@
 // Price and derivatives by the quoted yield, for the risk measures.
-#include "bond/yield_sensitivity.h"
+#include "engine/yield_sensitivity.h"
 
 #include <cmath>
 
 #include "engine/call_frame.h"
 #include "engine/price_from_yield.h"
 
-namespace kbond::bond {
+namespace kbond::engine {
 
 int32_t yield_sensitivity(double yield, const engine::bond_desc& desc, bool want_second,
                           YieldSensitivity& out) noexcept {
@@ -38,4 +38,4 @@ int32_t yield_sensitivity(double yield, const engine::bond_desc& desc, bool want
   return 0;
 }
 
-}  // namespace kbond::bond
+}  // namespace kbond::engine
