@@ -1470,7 +1470,8 @@ KVL_EXPORT double KVL_API KVLbradydur(const double* coupons, int32_t n_coupons,
 **                        next_coupon_amount
 **   inflation            optional assumed annual inflation (NULL: 0.03), > -0.5
 **   pay_on_business_day  optional; 1 moves payment dates to the following business day
-**   holiday_options      optional; bit 1 Saturday works, bit 2 Sunday works
+**   holiday_options      optional; bit 0 (value 1) Saturday works, bit 1
+**                        (value 2) Sunday works, as bd_flags
 **   holidays, holiday_count   ascending holiday serials (count >= 0)
 **   ex_dividend_override optional n: n >= 1 n business days before the
 **                        coupon, n < 1 the coupon date plus n calendar days
@@ -1553,7 +1554,8 @@ KVL_EXPORT void KVL_API KVLilgcshflw_free(int32_t* dates, double* amounts);
 **   inflation            optional assumed annual inflation (NULL: 0.03), > -0.5
 **   option_c             optional dated date of the base reference index
 **                        (NULL or 0: the maturity's day of month)
-**   holiday_options      optional; bit 1 Saturday works, bit 2 Sunday works
+**   holiday_options      optional; bit 0 (value 1) Saturday works, bit 1
+**                        (value 2) Sunday works, as bd_flags
 **   holidays, holiday_count   ascending holiday serials (count >= 0)
 **   end_of_month         optional end-of-month rule of the schedule
 **   reserved             ignored
