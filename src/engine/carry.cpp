@@ -1,4 +1,4 @@
-#include "futures/carry_engine.h"
+#include "engine/carry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +9,7 @@
 #include "engine/catalogue.h"
 #include "engine/safe_math.h"
 
-namespace kbond::futures {
+namespace kbond::engine {
 namespace {
 
 constexpr int32_t kOatType = 81;  // OAT accrued interest is quoted to 5 decimals of face
@@ -214,4 +214,4 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   return start_factor * (terms.price - forward_clean) * 0.01;
 }
 
-}  // namespace kbond::futures
+}  // namespace kbond::engine

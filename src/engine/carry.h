@@ -13,7 +13,7 @@
 
 #include "engine/bond_desc.h"
 
-namespace kbond::futures {
+namespace kbond::engine {
 
 // The mode word: bits 1-2 select how financing accrues, bit 0 whether
 // coupons received are reinvested (under the same mode; simply under
@@ -51,4 +51,4 @@ struct CarryTerms {
 double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args,
                     const CarryTerms& terms, int32_t* error) noexcept;
 
-}  // namespace kbond::futures
+}  // namespace kbond::engine
