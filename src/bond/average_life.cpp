@@ -2,6 +2,7 @@
 
 #include "bond/cash_flow_walk.h"
 #include "engine/catalogue.h"
+#include "k_bond.h"
 
 namespace kbond::bond {
 namespace {
@@ -38,7 +39,7 @@ double average_life(const engine::bond_desc& schedule, int32_t* error) noexcept 
   if (repaid > 0.0) {
     life = weighted / repaid;
   } else {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
   }
   // A failure deliberately returns -1 over the frequency as well.
   return life / schedule.frequency;
