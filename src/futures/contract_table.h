@@ -51,9 +51,9 @@ struct Contract {
   int32_t code;
   const char* name;
   FactorRoutine routine;
-  int32_t decimals;       // the factor is rounded half up at this many decimals,
-  bool truncated;         // or cut there when the exchange truncates
-  NotionalFloor floor;
+  int32_t decimals;         // the factor is rounded half up at this many decimals,
+  bool truncated = false;   // or cut there when the exchange truncates
+  NotionalFloor floor = NotionalFloor::kNonNegative;
   // In date order; the first holds before every later one (its `from` is
   // not read), unused entries never hold.
   std::array<ContractTerms, 4> terms;
