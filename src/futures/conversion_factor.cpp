@@ -25,13 +25,14 @@ bool notional_refused(double n, NotionalFloor floor) noexcept {
 // coupon date) may come out of pow a few ulps short, and that depends on the
 // platform's libm, so a guard far below the last place keeps it whole.
 double truncate_to(double f, int32_t decimals) noexcept {
-  const double scale = std::pow(10.0, decimals);
+  constexpr double kScale[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+  const double scale = kScale[decimals];
   return std::floor(f * scale + 1e-7) * (1.0 / scale);
 }
 
 }  // namespace
 
-double conversion_factor(FactorRequest req, const Contract& contract, int32_t* error) noexcept {
+double conversion_factor(FactorRequest& req, const Contract& contract, int32_t* error) noexcept {
   *error = 0;
   if (!split_date(req.maturity, &req.maturity_ymd) ||
       !split_date(req.delivery, &req.delivery_ymd)) {

@@ -27,7 +27,7 @@ struct FactorRequest {
   double coupon = 0.0;            // annual coupon rate of the bond, decimal
   int32_t maturity = 0;
   int32_t delivery = 0;           // a date in the delivery month
-  CivilDate delivery_ymd;         // split by conversion_factor
+  CivilDate delivery_ymd;         // both split by conversion_factor
   CivilDate maturity_ymd;
   dates::BusinessCalendar calendar;  // holidays and the two weekend options
   const int32_t* exdiv_override = nullptr;  // gilt closed form only (see gilt_factor.cpp)
@@ -38,9 +38,10 @@ struct FactorRequest {
 };
 
 // The rounded factor, or -1.0 with *error set (error must not be null).
-// Splits the two dates (150), refuses a coupon that is not finite (1) and a
-// notional override below the contract's floor (920) before its routine runs.
-double conversion_factor(FactorRequest req, const Contract& contract,
+// Splits the two dates into `req` (150 when one does not split), refuses a
+// coupon that is not finite (1) and a notional override below the
+// contract's floor (920) before the contract's routine runs.
+double conversion_factor(FactorRequest& req, const Contract& contract,
                          int32_t* error) noexcept;
 
 // The routines the contract rows name (unrounded factors).
