@@ -3,7 +3,9 @@
 // an end date (a futures delivery date or a forward date). The carry is
 // what the position earns over that period as a fraction of face: accrued
 // interest gained plus coupon income minus the financing cost; the forward
-// price is the price less the carry.
+// price is the price less the carry. The futures carry exports run it on a
+// straight bond's description; the perpetual family's carry follows the
+// same financing rule (`period_interest`) and mode word.
 //
 //   CarryTerms terms{end, price, repo, reinvest, basis, days, mode, rule};
 //   int32_t err = 0;
