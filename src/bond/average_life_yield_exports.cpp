@@ -2,6 +2,7 @@
 // fund, the bond priced as a bullet maturing on that date.
 #include <cmath>
 
+#include "bond/average_life.h"
 #include "engine/shortened_bond.h"
 #include "engine/yield_from_price.h"
 #include "dates/day_count.h"
@@ -13,8 +14,6 @@ using kbond::engine::BondCall;
 
 namespace {
 
-constexpr int32_t kMissingArray = 50;
-constexpr int32_t kCountTooSmall = 60;
 // Half a day on a 360-day year: a life that ends a hair before a day
 // boundary still reaches it.
 constexpr double kLifeNudge = 1.0 / 720.0;
@@ -57,11 +56,11 @@ extern "C" KVL_EXPORT double KVL_API KVLbyldal(
   const bool sinking = factor && *factor != 0.0;
   if (sinking) {
     if (!dates) {
-      err = kMissingArray;
+      err = KVL_ERR_MISSING_ARRAY;
       return -1.0;
     }
     if (n_dates < 1) {
-      err = kCountTooSmall;
+      err = KVL_ERR_COUNT;
       return -1.0;
     }
   }
@@ -72,13 +71,20 @@ extern "C" KVL_EXPORT double KVL_API KVLbyldal(
     const double y = kbond::engine::quoted_yield_from_price(price, bond, &err);
     return kbond::engine::round_yield_by_type(y, bond.type);
   }
-  const double life =
-      KVLbal(bond.maturity, settlement, dated_date, first_coupon, type, frequency, n_frequency,
-             redemption, factor, sink_dates, n_sink, sink_ends, n_sink_ends, sink_amounts,
-             sink_premium, &err);
+  // The average life, from a description of the repayment schedule set up
+  // under the lock this call already holds.
+  const kbond::bond::AverageLifeSchedule schedule(
+      bond.maturity, settlement, dated_date, first_coupon, type, frequency, n_frequency,
+      redemption, factor, sink_dates, n_sink, sink_ends, n_sink_ends, sink_amounts, sink_premium);
+  kbond::engine::ScopedDescription repayments(schedule.args);
+  if (repayments.status != 0) {
+    err = KVL_ERR_INVALID;
+    return -1.0;
+  }
+  const double life = kbond::bond::average_life(repayments.desc, &err);
   if (err != 0) return -1.0;
   if (!(life + kLifeNudge >= 0.0)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return -1.0;
   }
   int32_t average_life_date = date_after_years(bond, life + kLifeNudge);

@@ -1,9 +1,11 @@
 // KVLbyld: the yield to maturity of a straight bond from its clean price.
 #include "bond/common_args.h"
 #include "engine/yield_from_price.h"
+#include "engine/yield_sensitivity.h"
 #include "engine/call_frame.h"
 #include "k_bond.h"
 
+using kbond::engine::YieldSensitivity;
 using kbond::engine::BondCall;
 
 extern "C" KVL_EXPORT double KVL_API KVLbyld(
@@ -38,26 +40,43 @@ extern "C" KVL_EXPORT double KVL_API KVLbel(
     int32_t n_holidays, const double* factor, const int32_t* sink_dates, int32_t n_sink,
     const int32_t* sink_ends, int32_t n_sink_ends, const double* sink_amounts,
     const double* sink_premium, const int32_t* exdiv_days, int32_t* error) {
-  // A value of 10 or more is a price (no yield is 1000 %), below it a yield.
+  const auto args = kbond::bond::bond_args_without_eom(
+      coupons, n_coupons, dates, n_dates, settlement, dated_date, first_coupon, type, frequency,
+      n_frequency, redemption, coupon_tax, discount_tax, horizon, issue_price, yield_method,
+      bd_flags, holidays, n_holidays, factor, sink_dates, n_sink, sink_ends, n_sink_ends,
+      sink_amounts, sink_premium, exdiv_days);
+  // A value of 10 or more is a price (no yield is 1000 %), below it a yield;
+  // a price becomes the yield KVLbyld quotes.
   constexpr double kSmallestPrice = 10.0;
   double y = price_or_yield;
   if (price_or_yield >= kSmallestPrice) {
-    int32_t err = 0;
-    y = KVLbyld(coupons, n_coupons, dates, n_dates, settlement, price_or_yield, dated_date,
-                first_coupon, type, frequency, n_frequency, redemption, coupon_tax, discount_tax,
-                horizon, issue_price, yield_method, bd_flags, holidays, n_holidays, factor,
-                sink_dates, n_sink, sink_ends, n_sink_ends, sink_amounts, sink_premium,
-                exdiv_days, &err);
-    if (error) *error = err;
-    if (err != 0) return -1.0;
+    BondCall call(args, error);
+    if (!call.ok()) return -1.0;
+    y = kbond::engine::round_yield_by_type(
+        kbond::engine::quoted_yield_from_price(price_or_yield, call.desc(), &call.error()),
+        call.desc().type);
+    if (call.error() != 0) return -1.0;
   }
   // Only the maturity, the schedule and the conventions matter; taxes,
   // redemption and sinking funds do not.
-  const double zero = 0.0;
-  const int32_t macaulay = 1;
-  const int32_t* maturity = dates && n_dates > 0 ? &dates[n_dates - 1] : nullptr;
-  return KVLbdur(&zero, 1, maturity, maturity ? 1 : 0, settlement, y, dated_date, first_coupon,
-                 type, frequency, n_frequency, nullptr, &macaulay, nullptr, nullptr, horizon,
-                 issue_price, yield_method, bd_flags, holidays, n_holidays, nullptr, nullptr, 0,
-                 nullptr, 0, nullptr, nullptr, exdiv_days, error);
+  static constexpr double kZeroCoupon = 0.0;
+  kbond::engine::bond_args zero = args;
+  zero.coupons = &kZeroCoupon;
+  zero.n_coupons = 1;
+  zero.dates = dates && n_dates > 0 ? &dates[n_dates - 1] : nullptr;
+  zero.n_dates = zero.dates ? 1 : 0;
+  zero.redemption = zero.coupon_tax = zero.discount_tax = nullptr;
+  zero.factor = nullptr;
+  zero.sink_dates = zero.sink_ends = nullptr;
+  zero.n_sink = zero.n_sink_ends = 0;
+  zero.sink_amounts = zero.sink_premium = nullptr;
+  BondCall call(zero, error);
+  if (!call.ok()) return -1.0;
+  // The Macaulay duration, as KVLbdur gives it.
+  YieldSensitivity s;
+  int32_t& err = call.error();
+  err = kbond::engine::yield_sensitivity(y, call.desc(), false, s);
+  if (err == 0 && !(s.dirty > 0.0)) err = KVL_ERR_INVALID;
+  if (err != 0) return -1.0;
+  return -(s.first * s.ratio) / s.dirty * (y / s.quote_frequency + 1.0);
 }

@@ -13,28 +13,12 @@ namespace {
 constexpr int32_t kSpanishGovernmentBond = 280;
 }
 
-double factor_bono_actual_days(const FactorRequest& req, int32_t* error) noexcept {
-  if (req.rule != 14) {
-    *error = kErrContract;
-    return -1.0;
-  }
-  const double n = req.notional ? *req.notional : 0.10;
-  const double w = 1.0 + n;
-  if (!(w > 0.0)) {
-    *error = kErrNotional;
-    return -1.0;
-  }
-  CivilDate delivery, maturity;
-  if (!split_date(req.delivery, &delivery) || !split_date(req.maturity, &maturity)) {
-    *error = kErrBadDate;
-    return -1.0;
-  }
+double factor_bono_actual_days(const FactorRequest& req, const Contract& contract,
+                               int32_t* error) noexcept {
+  const double w = 1.0 + notional_coupon(req, contract.terms_on(req.delivery));
   const int32_t d = req.delivery;
   const int32_t m = req.maturity;
-  if (d > m) {
-    *error = kErrDateOrder;
-    return -1.0;
-  }
+  if (d > m) return refuse(KVL_ERR_DATE_ORDER, error);
   const int32_t frequency = engine::bond_type_frequency(kSpanishGovernmentBond);
   const int32_t period = 12 / (frequency > 0 ? frequency : 1);
   const int32_t next = dates::schedule_date(d, 1, period, m, 0, nullptr);
@@ -50,8 +34,7 @@ double factor_bono_actual_days(const FactorRequest& req, int32_t* error) noexcep
   }
   const double redemption = 100.0 * engine::safe_pow(w, -(m - d) / 365.0);
   const int32_t on_coupon_date = (next - d) / (next - previous);
-  const double f = (redemption + income - (1 - on_coupon_date) * cp) * 0.01;
-  return engine::round_to(f, 7);
+  return (redemption + income - (1 - on_coupon_date) * cp) * 0.01;
 }
 
 }  // namespace kbond::futures

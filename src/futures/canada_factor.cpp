@@ -3,40 +3,22 @@
 // before June 2000, 6 % since), compounded semiannually, with the time to
 // maturity from the first day of the delivery month rounded down to whole
 // quarters; deliverable from 8 years up to (not including) 10 years and
-// 9 months. The exchange states the factor in percent of face; it is the
+// 9 months (32 to 42 whole quarters). The exchange states the factor in percent of face; it is the
 // same number as the U.S. quarterly method. Rounded to 4 decimals.
 #include "dates/month_arithmetic.h"
 #include "engine/safe_math.h"
 #include "futures/factor_common.h"
 
 namespace kbond::futures {
-namespace {
-constexpr int32_t kSerial1Jun2000 = 36677;
-}
 
-double factor_canada(const FactorRequest& req, int32_t* error) noexcept {
-  if (req.rule != 18) {
-    *error = kErrContract;
-    return -1.0;
-  }
-  double n = 0.0;
-  if (!notional_coupon(req, req.delivery < kSerial1Jun2000 ? 0.09 : 0.06, false, &n, error)) {
-    return -1.0;
-  }
-  CivilDate delivery;
-  if (!split_date(req.delivery, &delivery)) {
-    *error = kErrBadDate;
-    return -1.0;
-  }
-  const int32_t first = day_of_month(delivery, 1);
-  if (first >= req.maturity) {
-    *error = kErrDateOrder;
-    return -1.0;
-  }
+double factor_canada(const FactorRequest& req, const Contract& contract, int32_t* error) noexcept {
+  const ContractTerms& terms = contract.terms_on(req.delivery);
+  const double n = notional_coupon(req, terms);
+  const int32_t first = day_of_month(req.delivery_ymd, 1);
+  if (first >= req.maturity) return refuse(KVL_ERR_DATE_ORDER, error);
   const int32_t quarters = dates::months_between(first, req.maturity, 1, nullptr) / 3;
-  if (req.check_eligibility && !(quarters >= 32 && quarters < 43)) {
-    *error = kErrNotDeliverable;
-    return -1.0;
+  if (req.check_eligibility && !terms.deliverable(quarters)) {
+    return refuse(KVL_ERR_NOT_DELIVERABLE, error);
   }
   const int32_t half_years = quarters / 2;
   const double cc = 100.0 * req.coupon;
@@ -46,7 +28,7 @@ double factor_canada(const FactorRequest& req, int32_t* error) noexcept {
   const double percent =
       engine::safe_pow(v, broken_half) * ((1.0 - discount) * cc / n + 100.0 * discount + cc / 2.0) -
       (half_years + 1 - quarters / 2.0) * cc / 2.0;
-  return engine::round_to(percent / 100.0, 4);
+  return percent / 100.0;
 }
 
 }  // namespace kbond::futures

@@ -3,8 +3,8 @@
 // business-day block.
 #include <cmath>
 
+#include "engine/carry.h"
 #include "engine/solvers.h"
-#include "futures/carry_engine.h"
 #include "futures/carry_frame.h"
 #include "k_bond.h"
 
@@ -12,7 +12,7 @@ using kbond::engine::bond_desc;
 using kbond::futures::BusinessDayBlock;
 using kbond::futures::CarryBondTail;
 using kbond::futures::CarryCall;
-using kbond::futures::CarryTerms;
+using kbond::engine::CarryTerms;
 
 namespace {
 
@@ -45,7 +45,7 @@ double implied_futures(const bond_desc& desc, const CarryCall& call, const void*
   terms.price = in.price;
   terms.repo = in.repo;
   terms.reinvest = in.reinvest && *in.reinvest >= 0.0 ? *in.reinvest : in.repo;
-  const double carry = kbond::futures::carry_engine(desc, call.args, terms, error);
+  const double carry = kbond::engine::carry_engine(desc, call.args, terms, error);
   if (*error != 0) return carry;
   return (in.price - 100.0 * carry / price_factor(desc)) / in.conversion_factor;
 }
@@ -61,7 +61,7 @@ double carry_per_100(const bond_desc& desc, const CarryCall& call, const void* c
   terms.price = in.price;
   terms.repo = in.repo;
   terms.reinvest = in.repo;
-  const double carry = kbond::futures::carry_engine(desc, call.args, terms, error);
+  const double carry = kbond::engine::carry_engine(desc, call.args, terms, error);
   if (*error != 0) return carry;
   return 100.0 * carry / price_factor(desc);
 }
@@ -90,13 +90,13 @@ double implied_repo(const bond_desc& desc, const CarryCall& call, const void* co
     terms.repo = rate;
     terms.reinvest = own_reinvestment ? *in.reinvest : rate;
     int32_t err = 0;
-    const double carry = kbond::futures::carry_engine(desc, call.args, terms, &err);
+    const double carry = kbond::engine::carry_engine(desc, call.args, terms, &err);
     return err != 0 ? std::nan("") : carry;
   };
   // Dates the solver cannot mend: report them as the carry would.
   terms.repo = 0.0;
   terms.reinvest = own_reinvestment ? *in.reinvest : 0.0;
-  const double probe = kbond::futures::carry_engine(desc, call.args, terms, error);
+  const double probe = kbond::engine::carry_engine(desc, call.args, terms, error);
   if (*error != 0) return probe;
   const double brackets[3][2] = {{-0.99, 5.0}, {-4.0, 0.01}, {0.0, 15.0}};
   int32_t err = 0;

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "engine/bond_desc.h"
-#include "futures/carry_engine.h"
+#include "engine/carry.h"
 
 namespace kbond::futures {
 
@@ -42,7 +42,7 @@ struct CarryBondTail {
 
 struct CarryCall {
   engine::bond_args args;      // settlement already rolled when the rule asks
-  CarryTerms terms;            // end date, basis, days, mode, date rule (rates set by the export)
+  engine::CarryTerms terms;    // end date, basis, days, mode, date rule (rates set by the export)
 };
 
 // Given the description at settlement and the call, returns the export's

@@ -1,9 +1,9 @@
-// Dispatch of a factor request to its rule family, and the two exports.
+// A factor request run through its contract's row, and the two exports.
 #include "futures/conversion_factor.h"
 
 #include <cmath>
-#include <iterator>
 
+#include "engine/safe_math.h"
 #include "futures/contract_table.h"
 #include "futures/factor_common.h"
 #include "k_bond.h"
@@ -11,67 +11,48 @@
 namespace kbond::futures {
 namespace {
 
-using FactorRoutine = double (*)(const FactorRequest&, int32_t*) noexcept;
-
-// Family 2 gathers contracts with rules of their own.
-double factor_family2(const FactorRequest& req, int32_t* error) noexcept {
-  switch (req.rule) {
-    case 2:
-    case 3: return factor_gilt_closed_form(req, error);
-    case 4: return factor_bund_10th(req, error);
-    case 11: return factor_btp(req, error);
-    case 14: return factor_bono_actual_days(req, error);
-    default: *error = kErrContract; return -1.0;
+bool notional_refused(double n, NotionalFloor floor) noexcept {
+  switch (floor) {
+    case NotionalFloor::kPositive: return !(n > 0.0);
+    case NotionalFloor::kNonNegative: return std::isnan(n) || n < 0.0;
+    case NotionalFloor::kGrowth: return !(1.0 + n > 0.0);
   }
+  return true;
 }
 
-constexpr FactorRoutine kFamilies[] = {
-    factor_us_treasury,            // 0
-    factor_price_oat_gilt,         // 1
-    factor_family2,                // 2
-    factor_jgb,                    // 3
-    factor_canada,                 // 4
-    factor_spain,                  // 5
-    factor_eurex,                  // 6
-    factor_eurex,                  // 7
-    factor_belgium,                // 8
-    factor_seventh_day,            // 9
-    factor_btp,                    // 10
-    factor_third_wednesday_annual, // 11
-    factor_portugal,               // 12
-    factor_sweden,                 // 13
-    factor_us_treasury_65,         // 14
-};
+// Cut, not rounded, at `decimals`; a factor that is exactly a whole unit of
+// the last place (1.0 for a bond priced at the notional from coupon date to
+// coupon date) may come out of pow a few ulps short, and that depends on the
+// platform's libm, so a guard far below the last place keeps it whole.
+double truncate_to(double f, int32_t decimals) noexcept {
+  constexpr double kScale[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+  const double scale = kScale[decimals];
+  return std::floor(f * scale + 1e-7) * (1.0 / scale);
+}
 
 }  // namespace
 
-double conversion_factor(const FactorRequest& req, int32_t* error) noexcept {
+double conversion_factor(FactorRequest& req, const Contract& contract, int32_t* error) noexcept {
   *error = 0;
-  if (req.family < 0 || req.family >= static_cast<int32_t>(std::size(kFamilies))) {
-    *error = kErrContract;
-    return -1.0;
+  if (!split_date(req.maturity, &req.maturity_ymd) ||
+      !split_date(req.delivery, &req.delivery_ymd)) {
+    return refuse(KVL_ERR_BAD_DATE, error);
   }
-  CivilDate check;
-  if (!split_date(req.maturity, &check) || !split_date(req.delivery, &check)) {
-    *error = kErrBadDate;
-    return -1.0;
+  if (!std::isfinite(req.coupon)) return refuse(KVL_ERR_INVALID, error);
+  if (req.notional && notional_refused(*req.notional, contract.floor)) {
+    return refuse(KVL_ERR_NOTIONAL, error);
   }
-  if (!std::isfinite(req.coupon)) {
-    *error = KVL_ERR_INVALID;
-    return -1.0;
-  }
-  const double f = kFamilies[req.family](req, error);
+  double f = contract.routine(req, contract, error);
   if (*error != 0) return -1.0;
-  if (!std::isfinite(f)) {
-    *error = KVL_ERR_INVALID;
-    return -1.0;
-  }
+  f = contract.truncated ? truncate_to(f, contract.decimals)
+                         : engine::round_to(f, contract.decimals);
+  if (!std::isfinite(f)) return refuse(KVL_ERR_INVALID, error);
   return f;
 }
 
 }  // namespace kbond::futures
 
-using kbond::futures::ContractEntry;
+using kbond::futures::Contract;
 using kbond::futures::FactorRequest;
 
 extern "C" {
@@ -86,17 +67,12 @@ KVL_EXPORT double KVL_API KVLbfact1(double coupon, int32_t maturity, int32_t del
   int32_t local = 0;
   int32_t* err = error ? error : &local;
   *err = 0;
-  const ContractEntry* entry = kbond::futures::find_contract(contract ? *contract : 0);
-  if (!entry) {
-    *err = KVL_ERR_FUT_CONTRACT;
-    return -1.0;
-  }
+  const Contract* row = kbond::futures::find_contract(contract ? *contract : 0);
+  if (!row) return kbond::futures::refuse(KVL_ERR_FUT_CONTRACT, err);
   FactorRequest req;
   req.coupon = coupon;
   req.maturity = maturity;
   req.delivery = delivery;
-  req.family = entry->family;
-  req.rule = entry->rule;
   const bool usable_list = holidays != nullptr && n_holidays > 0;
   req.calendar = kbond::dates::BusinessCalendar{usable_list ? holidays : nullptr,
                                                 usable_list ? n_holidays : 0,
@@ -107,7 +83,7 @@ KVL_EXPORT double KVL_API KVLbfact1(double coupon, int32_t maturity, int32_t del
   req.first_coupon = first_coupon;
   req.notional = notional;
   req.check_eligibility = !check_eligibility || *check_eligibility != 0;
-  return kbond::futures::conversion_factor(req, err);
+  return kbond::futures::conversion_factor(req, *row, err);
 }
 
 KVL_EXPORT double KVL_API KVLbfact(double coupon, int32_t maturity, int32_t delivery,

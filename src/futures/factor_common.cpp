@@ -4,8 +4,9 @@
 
 #include "dates/date_serial.h"
 #include "dates/month_arithmetic.h"
+#include "engine/call_frame.h"
+#include "engine/price_from_yield.h"
 #include "engine/safe_math.h"
-#include "k_bond.h"
 
 namespace kbond::futures {
 
@@ -28,37 +29,29 @@ double years_by_months(int32_t from, int32_t to) noexcept {
   return months / 12.0 + (exact ? 0.0 : 1.0 / 24.0);
 }
 
-bool notional_coupon(const FactorRequest& req, double standard, bool zero_allowed,
-                     double* notional, int32_t* error) noexcept {
-  if (!req.notional) {
-    *notional = standard;
-    return true;
-  }
-  const double n = *req.notional;
-  if (std::isnan(n) || n < 0.0 || (!zero_allowed && n == 0.0)) {
-    *error = kErrNotional;
-    return false;
-  }
-  *notional = n;
-  return true;
-}
-
 double price_at_notional(const FactorRequest& req, int32_t settlement, double yield,
                          int32_t bond_type, bool with_coupon_dates, int32_t* error) noexcept {
   const double coupon = req.coupon;
   const int32_t maturity = req.maturity;
-  int32_t err = 0;
-  const double price =
-      KVLbpr(&coupon, 1, &maturity, 1, settlement, yield,
-             with_coupon_dates ? req.dated_date : nullptr,
-             with_coupon_dates ? req.first_coupon : nullptr, &bond_type, nullptr, 0, nullptr,
-             nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0,
-             nullptr, 0, nullptr, nullptr, nullptr, &err);
-  if (err != 0) {
-    *error = err;
-    return -1.0;
-  }
-  return price * 0.01;
+  const engine::bond_args args{.coupons = &coupon, .n_coupons = 1, .dates = &maturity,
+                               .n_dates = 1, .settlement = settlement,
+                               .dated_date = with_coupon_dates ? req.dated_date : nullptr,
+                               .first_coupon = with_coupon_dates ? req.first_coupon : nullptr,
+                               .type = &bond_type};
+  engine::BondCall call(args, error);
+  if (!call.ok()) return -1.0;
+  const engine::bond_desc& bond = call.desc();
+  int32_t* err = &call.error();
+  // An infinite notional override is no yield.
+  if (!std::isfinite(yield)) return refuse(KVL_ERR_INVALID, err);
+  // The notional is a yield as the bond's market quotes it.
+  const double y = engine::coupon_yield_from_quoted(yield, bond, err);
+  if (*err != 0) return -1.0;
+  const double price = engine::price_from_yield(y, bond, nullptr, nullptr, err);
+  if (*err != 0) return -1.0;
+  const double quoted = engine::round_price_by_type(price, bond.type);
+  if (!std::isfinite(quoted)) return refuse(KVL_ERR_INVALID, err);
+  return quoted * 0.01;
 }
 
 double annual_method_factor(double cp, double n, int32_t months, bool keep_whole_year) noexcept {

@@ -1,18 +1,20 @@
-// Pieces shared by the conversion-factor routines: splitting dates, the
-// delivery-month anchors exchanges use (a fixed day of the month, the third
-// Wednesday), the ways they measure time to maturity, the notional coupon
-// with its override, and the price of the deliverable bond at the notional
-// yield for the exchanges whose factor is that price.
+// Pieces shared by the conversion-factor routines: the delivery-month
+// anchors exchanges use (a fixed day of the month, the third Wednesday), the
+// ways they measure time to maturity, the notional coupon with its
+// override, and the price of the deliverable bond at the notional yield for
+// the exchanges whose factor is that price.
 #pragma once
 #include <cstdint>
 
 #include "futures/conversion_factor.h"
+#include "k_bond.h"
 
 namespace kbond::futures {
 
-struct CivilDate {
-  int32_t day = 0, month = 0, year = 0;
-};
+inline double refuse(int32_t code, int32_t* error) noexcept {
+  *error = code;
+  return -1.0;
+}
 
 // False when the serial cannot be turned into a calendar date.
 bool split_date(int32_t serial, CivilDate* out) noexcept;
@@ -28,21 +30,17 @@ int32_t third_wednesday(const CivilDate& date) noexcept;
 // End-of-month rule off.
 double years_by_months(int32_t from, int32_t to) noexcept;
 
-inline bool within(double value, double low, double high) noexcept {
-  return value >= low && value <= high;
+// The notional coupon: the caller's override (already checked against the
+// contract's floor) or the contract's.
+inline double notional_coupon(const FactorRequest& req, const ContractTerms& terms) noexcept {
+  return req.notional ? *req.notional : terms.notional;
 }
-
-// The notional coupon: the override when given, else `standard`. An
-// override that is NaN, negative, or (when `zero_allowed` is false) zero sets
-// error 920 and returns false.
-bool notional_coupon(const FactorRequest& req, double standard, bool zero_allowed,
-                     double* notional, int32_t* error) noexcept;
 
 // Price per unit of face (the clean price of the straight-bond price function
 // over 100) of a bond with one coupon rate and the maturity as its only date,
 // settling on `settlement` at yield `yield` under `bond_type`. The caller's
 // coupon-date arguments go through when `with_coupon_dates` is set. Sets
-// *error from the price function on failure.
+// *error from the set-up or the price function on failure.
 double price_at_notional(const FactorRequest& req, int32_t settlement, double yield,
                          int32_t bond_type, bool with_coupon_dates, int32_t* error) noexcept;
 

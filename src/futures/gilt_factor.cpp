@@ -12,12 +12,9 @@
 // actual/actual from 1 November 1998 and actual/365 before, as the gilt
 // market accrued; it is negative in the ex-dividend period.
 //
-//   rule 2  long gilt:   9 %, 10 to 15 years before the March 1998 delivery
-//                        month; 7 %, 8.75 to 13 years from then
-//   rule 3  medium gilt: 9 %, 7 to 10 years before March 1998; 7 %, 4 to
-//                        7 years from then
-// Time to maturity is counted from the first day of the delivery month
-// (whole months over 12, plus half a month for a part month).
+// The notional and the basket are the contract's terms for the delivery
+// month; time to maturity is counted from the first day of the delivery
+// month (whole months over 12, plus half a month for a part month).
 //
 // The extra option points to an ex-dividend period for gilts that do not
 // follow today's seven-business-day rule (older issues went ex 37 calendar
@@ -33,7 +30,6 @@ namespace kbond::futures {
 namespace {
 
 constexpr int32_t kGilt = 40;
-constexpr int32_t kSerial1Mar1998 = 35854;
 constexpr int32_t kSerial1Nov1998 = 36099;
 
 int32_t gilt_exdiv_date(const FactorRequest& req, int32_t coupon_date) {
@@ -50,33 +46,14 @@ int32_t gilt_exdiv_date(const FactorRequest& req, int32_t coupon_date) {
 
 }  // namespace
 
-double factor_gilt_closed_form(const FactorRequest& req, int32_t* error) noexcept {
-  if (req.rule != 2 && req.rule != 3) {
-    *error = kErrContract;
-    return -1.0;
-  }
-  CivilDate delivery;
-  if (!split_date(req.delivery, &delivery)) {
-    *error = kErrBadDate;
-    return -1.0;
-  }
-  const int32_t first = day_of_month(delivery, 1);
-  const bool old_contract = first < kSerial1Mar1998;
-  double low = 0.0, high = 0.0;
-  if (req.rule == 2) {
-    low = old_contract ? 10.0 : 8.75, high = old_contract ? 15.0 : 13.0;
-  } else {
-    low = old_contract ? 7.0 : 4.0, high = old_contract ? 10.0 : 7.0;
-  }
-  double y = 0.0;
-  if (!notional_coupon(req, old_contract ? 0.09 : 0.07, true, &y, error)) return -1.0;
-  if (first >= req.maturity) {
-    *error = kErrDateOrder;
-    return -1.0;
-  }
-  if (req.check_eligibility && !within(years_by_months(first, req.maturity), low, high)) {
-    *error = kErrNotDeliverable;
-    return -1.0;
+double factor_gilt_closed_form(const FactorRequest& req, const Contract& contract,
+                               int32_t* error) noexcept {
+  const int32_t first = day_of_month(req.delivery_ymd, 1);
+  const ContractTerms& terms = contract.terms_on(first);
+  const double y = notional_coupon(req, terms);
+  if (first >= req.maturity) return refuse(KVL_ERR_DATE_ORDER, error);
+  if (req.check_eligibility && !terms.deliverable(years_by_months(first, req.maturity))) {
+    return refuse(KVL_ERR_NOT_DELIVERABLE, error);
   }
   const int32_t eom = engine::bond_type_eom_default(kGilt);
   const int32_t previous = dates::schedule_date(first, 0, 6, req.maturity, eom, nullptr);
@@ -98,7 +75,7 @@ double factor_gilt_closed_form(const FactorRequest& req, int32_t* error) noexcep
     accrued = ex_dividend ? -req.coupon * (next - first) / 365.0
                           : req.coupon * (first - previous) / 365.0;
   }
-  return engine::round_to(dirty - accrued, 7);
+  return dirty - accrued;
 }
 
 }  // namespace kbond::futures

@@ -4,8 +4,6 @@
 // The bond is valued at the 6 % notional compounded semiannually, and the
 // factor is truncated (not rounded) to six decimals as the exchange
 // publishes it.
-#include <cmath>
-
 #include "dates/month_arithmetic.h"
 #include "engine/catalogue.h"
 #include "engine/safe_math.h"
@@ -16,40 +14,22 @@ namespace {
 constexpr int32_t kJapaneseGovernmentBond = 200;
 }
 
-double factor_jgb(const FactorRequest& req, int32_t* error) noexcept {
-  if (req.rule != 10) {
-    *error = kErrContract;
-    return -1.0;
-  }
-  double n = 0.0;
-  if (!notional_coupon(req, 0.06, false, &n, error)) return -1.0;
-  CivilDate delivery, maturity;
-  if (!split_date(req.delivery, &delivery) || !split_date(req.maturity, &maturity)) {
-    *error = kErrBadDate;
-    return -1.0;
-  }
+double factor_jgb(const FactorRequest& req, const Contract& contract, int32_t* error) noexcept {
+  const double n = notional_coupon(req, contract.terms_on(req.delivery));
   const double v = 1.0 + n / 2.0;
   const int32_t frequency = engine::bond_type_frequency(kJapaneseGovernmentBond);
   const int32_t period = 12 / (frequency > 0 ? frequency : 2);
-  const int32_t start = day_of_month(delivery, 20);
-  const int32_t end = day_of_month(maturity, 20);
-  if (start > end) {
-    *error = kErrDateOrder;
-    return -1.0;
-  }
+  const int32_t start = day_of_month(req.delivery_ymd, 20);
+  const int32_t end = day_of_month(req.maturity_ymd, 20);
+  if (start > end) return refuse(KVL_ERR_DATE_ORDER, error);
   const int32_t m1 = dates::months_between(start, end, 0, nullptr);
   const int32_t next_coupon = dates::schedule_date(start, 1, period, end, 0, nullptr);
   const int32_t m2 = dates::months_between(next_coupon, end, 0, nullptr);
   const int32_t m3 = dates::months_between(start, next_coupon, 0, nullptr);
   const double cp = req.coupon;
-  const double f = ((engine::safe_pow(v, m2 / period + 1.0) - 1.0) * cp / n + 1.0) *
-                       engine::safe_pow(v, -m1 / 6.0) -
-                   (6 - m3) * cp / 12.0;
-  // A factor that is exactly a whole millionth (1.0 for a bond priced at the
-  // notional from coupon date to coupon date) may come out of pow a few ulps
-  // short, and that depends on the platform's libm; a guard far below the
-  // sixth decimal keeps such a factor from losing a millionth.
-  return std::floor(f * 1e6 + 1e-7) * 1e-6;
+  return ((engine::safe_pow(v, m2 / period + 1.0) - 1.0) * cp / n + 1.0) *
+             engine::safe_pow(v, -m1 / 6.0) -
+         (6 - m3) * cp / 12.0;
 }
 
 }  // namespace kbond::futures

@@ -4,19 +4,19 @@
 
 #include <cmath>
 
+#include "engine/carry.h"
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
 #include "engine/safe_math.h"
-#include "futures/carry_engine.h"
 
 namespace kbond::perpetual {
 namespace {
 
 // The mode word of the bond futures' carry.
-constexpr int32_t kSimple = futures::kSimpleInterest;
-constexpr int32_t kFullPeriod = futures::kFullPeriodInterest;
-constexpr int32_t kContinuous = futures::kContinuous;
-constexpr int32_t kReinvestCoupons = futures::kReinvestCoupons;
+constexpr int32_t kSimple = engine::kSimpleInterest;
+constexpr int32_t kFullPeriod = engine::kFullPeriodInterest;
+constexpr int32_t kContinuous = engine::kContinuous;
+constexpr int32_t kReinvestCoupons = engine::kReinvestCoupons;
 constexpr int32_t kNoInterest = -1;
 constexpr int32_t kDateOrder = 160;
 
@@ -71,9 +71,9 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
   auto accrue_to = [&](int32_t to) {
     const double t = (to - from) * unit;
     if (financing != kFullPeriod) {
-      financing_cost += futures::period_interest(cash + financing_cost, repo, t, financing);
+      financing_cost += engine::period_interest(cash + financing_cost, repo, t, financing);
     }
-    income += futures::period_interest(income, reinvest, t, reinvesting);
+    income += engine::period_interest(income, reinvest, t, reinvesting);
     from = to;
   };
   // Coupons paid in the period: those before the buyer's next coupon.

@@ -10,7 +10,7 @@
 // from the coupon frequency); bit 0 set reinvests the coupons received under
 // the same mode (simply under mode 2). Days count over the bond type's
 // money-market year (360 or 365). Interest accrues by the bond futures'
-// rule (futures::period_interest).
+// rule (engine::period_interest).
 #pragma once
 #include <cstdint>
 

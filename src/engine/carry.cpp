@@ -1,4 +1,4 @@
-#include "futures/carry_engine.h"
+#include "engine/carry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,8 +8,9 @@
 #include "dates/month_arithmetic.h"
 #include "engine/catalogue.h"
 #include "engine/safe_math.h"
+#include "k_bond.h"
 
-namespace kbond::futures {
+namespace kbond::engine {
 namespace {
 
 constexpr int32_t kOatType = 81;  // OAT accrued interest is quoted to 5 decimals of face
@@ -119,7 +120,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
     repo = engine::yield_convert(repo, f, 0.0, f, 0.0, &e1);
     reinvest = engine::yield_convert(reinvest, f, 0.0, f, 0.0, &e2);
     if (e1 || e2) {
-      *error = 1;
+      *error = KVL_ERR_INVALID;
       return -1.0;
     }
   }
@@ -131,7 +132,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   int32_t end = terms.end_date;
   if (terms.date_rule != 0) end = dates::adjust_business_day(end, dates::kFollowing, desc.calendar());
   if (end <= desc.settlement) {
-    *error = 160;
+    *error = KVL_ERR_DATE_ORDER;
     return -999.0;
   }
   // Widened: a day count from the caller may be any int32.
@@ -141,7 +142,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   const int32_t stop = stop_wide <= desc.settlement ? desc.settlement
                                                     : static_cast<int32_t>(stop_wide);
   if (stop <= desc.settlement) {
-    *error = 160;
+    *error = KVL_ERR_DATE_ORDER;
     return -999.0;
   }
 
@@ -188,7 +189,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   engine::bond_desc at_end;
   double end_rate = 0.0;
   if (end_description(desc, args, stop, &end_rate, &at_end) != 0) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   const double end_accrued = market_accrued(at_end.accrued, desc.type);
@@ -205,7 +206,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   }
   engine::bond_release(at_end);
   if (end_factor <= 0.0) {
-    *error = 160;  // nothing left outstanding at the end
+    *error = KVL_ERR_DATE_ORDER;  // nothing left outstanding at the end
     return -999.0;
   }
   // Forward dirty value per outstanding face, and the clean forward price.
@@ -214,4 +215,4 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   return start_factor * (terms.price - forward_clean) * 0.01;
 }
 
-}  // namespace kbond::futures
+}  // namespace kbond::engine

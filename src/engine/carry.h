@@ -3,7 +3,9 @@
 // an end date (a futures delivery date or a forward date). The carry is
 // what the position earns over that period as a fraction of face: accrued
 // interest gained plus coupon income minus the financing cost; the forward
-// price is the price less the carry.
+// price is the price less the carry. The futures carry exports run it on a
+// straight bond's description; the perpetual family's carry follows the
+// same financing rule (`period_interest`) and mode word.
 //
 //   CarryTerms terms{end, price, repo, reinvest, basis, days, mode, rule};
 //   int32_t err = 0;
@@ -13,7 +15,7 @@
 
 #include "engine/bond_desc.h"
 
-namespace kbond::futures {
+namespace kbond::engine {
 
 // The mode word: bits 1-2 select how financing accrues, bit 0 whether
 // coupons received are reinvested (under the same mode; simply under
@@ -51,4 +53,4 @@ struct CarryTerms {
 double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args,
                     const CarryTerms& terms, int32_t* error) noexcept;
 
-}  // namespace kbond::futures
+}  // namespace kbond::engine
