@@ -2,15 +2,9 @@
 
 import datetime as dt
 
-import k_bond
-
 # 4.25 % U.S. Treasury maturing 15 November 2034, settled mid-period.
 TREASURY = dict(coupon=0.0425, maturity=dt.date(2034, 11, 15),
                 settlement=dt.date(2025, 1, 15), bond_type="treasury")
-
-
-def has(export):
-    return k_bond._library.has(export)
 
 
 def street_price(coupon, yield_, first_next, periods, days_to_next, days_in_period,

@@ -121,13 +121,10 @@ class AgainstTheExports(unittest.TestCase):
                     self.assertEqual(list(frame.columns), ["date", "coupon", "principal",
                                                            "periods"])
                     self.assertEqual(frame["date"].tolist(), [f.date for f in flows])
-
-    def test_gilt_ex_dividend_date_is_seven_business_days_back_plus_one(self):
-        # Coupon Friday 7 March 2025: seven business days back is Wednesday
-        # 26 February, plus one day.
-        gilt = k_bond.Bond(**BONDS[1][1])
-        self.assertEqual(gilt.ex_dividend_date("2025-03-03"), dt.date(2025, 2, 27))
-        self.assertLess(gilt.accrued("2025-03-03"), 0.0)
+        # Seven business days before Friday 7 March 2025 is Wednesday 26
+        # February; the Gilt goes ex-dividend the day after.
+        self.assertEqual(k_bond.Bond(**BONDS[1][1]).ex_dividend_date("2025-03-03"),
+                         dt.date(2025, 2, 27))
 
     def test_functions_are_the_bond_methods(self):
         bond = dict(coupon=0.0425, maturity="2034-11-15", bond_type="treasury")
@@ -200,18 +197,6 @@ class Arguments(unittest.TestCase):
             with self.assertRaises(k_bond.KBondArgumentError) as caught:
                 make()
             self.assertIn(named, str(caught.exception))
-
-    def test_library_refusals_carry_its_code_and_sentence(self):
-        bond = k_bond.Bond(type="ust", coupon=0.0425, maturity="2034-11-15")
-        for make, code in [(lambda: bond.yield_(-5.0, "2025-01-15"), 350),
-                           (lambda: bond.price(0.04, "2035-01-01"), 1),
-                           (lambda: bond.pvbp(0.04, "2025-01-15", scale=0.0), 310),
-                           (lambda: bond.horizon_yield(99.0, "2025-01-15", "2024-01-01", 99.0),
-                            160)]:
-            with self.assertRaises(k_bond.KBondLibraryError) as caught:
-                make()
-            self.assertEqual(caught.exception.code, code)
-            self.assertIn(k_bond.message_for(code), str(caught.exception))
 
     def test_public_signatures_are_explicit_and_documented(self):
         # The array functions (vectorised, batch) keep their own signatures.

@@ -83,23 +83,17 @@ class Futures(Codes):
                                places=5)
 
     def test_financing_and_calendar_options_reach_the_library(self):
-        plain = futures.carry(**BOND, settlement=SETTLE, end_date=DELIVERY, price=98.0,
-                              repo=0.04)
-        rolled = futures.carry(**BOND, settlement=SETTLE, end_date=DELIVERY, price=98.0,
-                               repo=0.04, date_rule="roll")
-        self.assertEqual(plain, rolled)  # both dates are business days
+        def carry(settlement=SETTLE, **kw):
+            return futures.carry(**BOND, settlement=settlement, end_date=DELIVERY, price=98.0,
+                                 repo=0.04, **kw)
+        plain = carry()
+        self.assertEqual(carry(date_rule="roll"), plain)  # both dates are business days
         # The 15 February coupon (2.25) earns 44 days of repo interest when
         # reinvested; financing without compounding at it costs less.
-        reinvested = futures.carry(**BOND, settlement=SETTLE, end_date=DELIVERY, price=98.0,
-                                   repo=0.04, reinvest=True)
-        self.assertAlmostEqual(reinvested - plain, 2.25 * 0.04 * 44 / 360, places=9)
-        self.assertGreater(futures.carry(**BOND, settlement=SETTLE, end_date=DELIVERY,
-                                         price=98.0, repo=0.04, financing="whole_period"), plain)
-        saturday = dt.date(2025, 1, 18)
-        self.assertCode(160, futures.carry, **BOND, settlement=saturday, end_date=DELIVERY,
-                        price=98.0, repo=0.04, date_rule="business_days")
-        self.assertCode(460, futures.carry, **BOND, settlement=SETTLE, end_date=DELIVERY,
-                        price=98.0, repo=0.04, date_rule=3)
+        self.assertAlmostEqual(carry(reinvest=True) - plain, 2.25 * 0.04 * 44 / 360, places=9)
+        self.assertGreater(carry(financing="whole_period"), plain)
+        self.assertCode(160, carry, settlement=dt.date(2025, 1, 18), date_rule="business_days")
+        self.assertCode(460, carry, date_rule=3)
         self.assertCode(900, futures.Future(contract=99, delivery=DELIVERY,
                                             **BOND).conversion_factor)
         self.assertCode(460, futures.Future, contract=0, delivery=DELIVERY, **BOND,

@@ -189,20 +189,24 @@ TEST(IlgArguments, BadInputsFailWithErrorOne) {
       {"inflation of -50 %", [](IlgCall& c) { c.inflation = -0.5; }},
       {"negative holiday count", [](IlgCall& c) { c.holiday_count = -1; }},
       {"previous not before next", [](IlgCall& c) { c.previous = c.next = &july05; }},
-      // A base RPI of 3.4e-322 makes the index ratio overflow (found by fuzzing).
+      // A base RPI of 3.4e-322 makes the index ratio overflow; one of 3.56e-306
+      // leaves it finite (5.3e307) but not the uplifted redemption (both found
+      // by fuzzing).
       {"denormal base", [](IlgCall& c) { c.base = 3.3596463917204765e-322; }},
+      {"redemption overflows", [](IlgCall& c) { c.base = 3.5604468283196269e-306; }},
   };
   for (const Bad& c : cases) {
     IlgCall call;
     c.spoil(call);
     int32_t err = 0, *dates = &err;
-    double* amounts = nullptr;
+    double* amounts = reinterpret_cast<double*>(&err), redemption = -12345.0;
     EXPECT_EQ(call.price(0.015, &err), -1.0) << c.what;
     EXPECT_EQ(err, 1) << c.what;
     EXPECT_EQ(call.yield(250.0, &err), -1.0) << c.what;
     EXPECT_EQ(err, 1) << c.what;
-    EXPECT_EQ(call.cashflows(&dates, &amounts, nullptr, &err), 0) << c.what;
-    EXPECT_EQ(dates, nullptr) << c.what;
+    EXPECT_EQ(call.cashflows(&dates, &amounts, &redemption, &err), 0) << c.what;
+    EXPECT_EQ(err, 1) << c.what;
+    EXPECT_TRUE(dates == nullptr && amounts == nullptr && redemption == -12345.0) << c.what;
   }
   IlgCall call;
   int32_t err = 0;
@@ -235,22 +239,6 @@ TEST(IlgArguments, BadInputsFailWithErrorOne) {
   EXPECT_EQ(call.accrued(&err), -1.0);
   EXPECT_EQ(err, 1);
   KVLilgcshflw_free(nullptr, nullptr);
-}
-
-TEST(IndexOverflow, IndexLinkedGiltTableRefusesAnOverflowingRedemption) {
-  // A base RPI of 3.56e-306: 188.9 / 3.56e-306 = 5.3e307 is finite, the
-  // uplifted redemption (x 100, and projected forward) is not. No table,
-  // error 1, outputs untouched (found by fuzzing).
-  IlgCall call;
-  call.base = 3.5604468283196269e-306;
-  int32_t error = 0, *dates = nullptr;
-  double* amounts = nullptr;
-  double redemption = -12345.0;
-  EXPECT_EQ(call.cashflows(&dates, &amounts, &redemption, &error), 0);
-  EXPECT_EQ(error, 1);
-  EXPECT_EQ(dates, nullptr);
-  EXPECT_EQ(amounts, nullptr);
-  EXPECT_EQ(redemption, -12345.0);
 }
 
 }  // namespace
