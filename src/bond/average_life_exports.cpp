@@ -30,7 +30,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbal(
       .n_sink_ends = n_sink_ends, .sink_amounts = sink_amounts, .sink_premium = sink_premium};
   BondCall call(args, error);
   if (!call.ok()) {
-    if (call.error() == kbond::engine::kLockNotObtained) return -1.0;
+    if (call.error() == KVL_ERR_LOCK) return -1.0;
     call.error() = 1;
     return 0.0;
   }

@@ -1,17 +1,18 @@
 #include "inflation/reference_index.h"
 
 #include "dates/date_serial.h"
+#include "k_bond.h"
 
 namespace kbond::inflation {
 
 int32_t index_days_in_month(int32_t month, int32_t year, int32_t* error) noexcept {
   if (year < 200) year += 1900;
   if (year < 1900) {
-    *error = 153;
+    *error = KVL_ERR_BAD_YEAR;
     return 0;
   }
   if (month < 1 || month > 12) {
-    *error = 152;
+    *error = KVL_ERR_BAD_MONTH;
     return 0;
   }
   return dates::days_in_month(month, year);

@@ -8,6 +8,7 @@
 #include "engine/coupon_schedule.h"
 #include "engine/safe_math.h"
 #include "futures/carry_engine.h"
+#include "k_bond.h"
 
 namespace kbond::perpetual {
 namespace {
@@ -18,7 +19,6 @@ constexpr int32_t kFullPeriod = futures::kFullPeriodInterest;
 constexpr int32_t kContinuous = futures::kContinuous;
 constexpr int32_t kReinvestCoupons = futures::kReinvestCoupons;
 constexpr int32_t kNoInterest = -1;
-constexpr int32_t kDateOrder = 160;
 
 // A coupon paid `t` years later is worth this much now.
 double discount(double rate, double t, int32_t mode) noexcept {
@@ -51,7 +51,7 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
   }
   const int32_t end = terms.end_date;
   if (end <= g.settlement) {
-    *error = kDateOrder;
+    *error = KVL_ERR_DATE_ORDER;
     return -999.0;
   }
   // The bond as the forward buyer takes it (also checks the end date).

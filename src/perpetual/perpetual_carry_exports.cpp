@@ -80,7 +80,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpbirepo(
   if (!call.ok()) return -1.0;
   int32_t& err = call.error();
   if (forward_date <= settlement) {
-    err = 160;
+    err = KVL_ERR_DATE_ORDER;
     return -999.0;
   }
   const bool own_reinvestment = reinvestment && *reinvestment >= 0.0;
