@@ -31,7 +31,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbal(
   BondCall call(args, error);
   if (!call.ok()) {
     if (call.error() == KVL_ERR_LOCK) return -1.0;
-    call.error() = 1;
+    call.error() = KVL_ERR_INVALID;
     return 0.0;
   }
   const auto& bond = call.desc();
@@ -47,7 +47,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbal(
   if (repaid > 0.0) {
     life = weighted / repaid;
   } else {
-    call.error() = 1;
+    call.error() = KVL_ERR_INVALID;
   }
   // A failure deliberately returns -1 over the frequency as well.
   return life / bond.frequency;

@@ -83,7 +83,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcpn(int32_t maturity, int32_t settleme
     if (d == grid(bond.maturity, 1)) d = bond.maturity;
   }
   if (d < lo || d > bond.maturity || d <= 0) {
-    call.error() = 1;
+    call.error() = KVL_ERR_INVALID;
     return -1;
   }
   return d;
@@ -122,7 +122,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_
   const int32_t f = kbond::engine::bond_type_frequency(base);
   auto valid_date = [](int32_t d) { return d >= 1 && d <= kbond::dates::kMaxSerial; };
   if (f <= 0 || 12 % f != 0 || !valid_date(reference_coupon) || !valid_date(settlement)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return -1;
   }
   const uint8_t flags = weekend_flags ? *weekend_flags : 0;
@@ -144,7 +144,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_
   // A coupon beyond the last date (settlement near it) or a period that
   // reaches before the first date gives no ex-dividend date.
   if (!valid_date(next) || !valid_date(date)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return -1;
   }
   return date;

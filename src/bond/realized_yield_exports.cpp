@@ -62,12 +62,12 @@ extern "C" KVL_EXPORT double KVL_API KVLbryld(
   });
   const double dirty = price * 0.01 + bond.accrued;
   if (!(dirty > 0.0) || !(n_periods > 0.0)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return -1.0;
   }
   const double yield = (kbond::engine::safe_pow(future / dirty, 1.0 / n_periods) - 1.0) * f;
   if (!std::isfinite(yield)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return -1.0;
   }
   return yield;

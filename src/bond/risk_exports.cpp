@@ -43,7 +43,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbdur(
   YieldSensitivity s;
   int32_t& err = call.error();
   err = kbond::bond::yield_sensitivity(yield, call.desc(), false, s);
-  if (err == 0 && !(s.dirty > 0.0)) err = 1;  // no duration without a positive value
+  if (err == 0 && !(s.dirty > 0.0)) err = KVL_ERR_INVALID;  // no duration without a positive value
   if (err != 0) return -1.0;
   const double modified = -(s.first * s.ratio) / s.dirty;
   if (duration_kind && *duration_kind != 0) return modified * (yield / s.quote_frequency + 1.0);
@@ -69,7 +69,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbconv(
   YieldSensitivity s;
   int32_t& err = call.error();
   err = kbond::bond::yield_sensitivity(yield, call.desc(), true, s);
-  if (err == 0 && !(s.dirty > 0.0)) err = 1;
+  if (err == 0 && !(s.dirty > 0.0)) err = KVL_ERR_INVALID;
   if (err != 0) return kAfterSetupFailure;
   double curvature = s.second;
   if (s.converted) {
@@ -115,7 +115,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbvalbp(
   d *= sens.ratio;
   const double value = -d / s;
   if (!std::isfinite(value)) {  // a denormal outstanding factor or scale
-    err = 1;
+    err = KVL_ERR_INVALID;
     return kAfterSetupFailure;
   }
   return value;

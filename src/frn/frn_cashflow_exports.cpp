@@ -52,7 +52,7 @@ int32_t fill_cash_flows(const FrnSchedule& s, const kbond::frn::FrnRateSchedule&
   for (int32_t i = 0; i < rows; ++i) {
     if (!std::isfinite(amounts[i])) {
       kbond::engine::release_cashflow_columns(dates, amounts);
-      err = 1;
+      err = KVL_ERR_INVALID;
       return 0;
     }
   }

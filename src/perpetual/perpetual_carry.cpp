@@ -45,7 +45,7 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
     repo = engine::yield_convert(repo, f, 0.0, f, 0.0, &e1);
     reinvest = engine::yield_convert(reinvest, f, 0.0, f, 0.0, &e2);
     if (e1 || e2) {
-      *error = 1;
+      *error = KVL_ERR_INVALID;
       return -1.0;
     }
   }
@@ -59,7 +59,7 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
   end_args.settlement = end;
   perpetual_desc at_end;
   if (perpetual_setup(end_args, at_end) != 0) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   const auto& e = at_end.grid;
@@ -102,7 +102,7 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
   // A price or rate that is not a number (or too large to finance) leaves no
   // carry to report.
   if (!std::isfinite(carry)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   return carry;

@@ -21,7 +21,7 @@ double reinvestment_rate(const double* given, double repo) {
 // Per 100 of face a finite carry can still overflow: error 1 and -1.0.
 double checked_amount(double amount, int32_t& error) {
   if (std::isfinite(amount)) return amount;
-  error = 1;
+  error = KVL_ERR_INVALID;
   return -1.0;
 }
 

@@ -34,7 +34,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLpbcpn(int32_t reference_date, int32_t s
   const int32_t date = kbond::dates::schedule_date(settlement, k ? *k : 0, g.months_per_period,
                                                    g.anchor, g.eom, nullptr);
   if (date < 1 || date < first_step) {
-    call.error() = 1;
+    call.error() = KVL_ERR_INVALID;
     return -1;
   }
   return date;

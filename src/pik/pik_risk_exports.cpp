@@ -36,7 +36,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpikdur(
   if (err != 0) return -1.0;
   const double dirty = price * 0.01 + pik.accrued;
   if (dirty == 0.0 || !std::isfinite(dirty)) {
-    err = kbond::pik::kZeroDenominator;
+    err = KVL_ERR_ZERO_DIVISOR;
     return -1.0;
   }
   const double modified = -slope / dirty;
@@ -68,7 +68,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpikvalbp(
   if (*err != 0) return kMeasureFailure;
   const double value = -slope / (scale ? *scale : 100.0);
   if (!std::isfinite(value)) {  // a denormal scale
-    *err = kbond::pik::kZeroDenominator;
+    *err = KVL_ERR_ZERO_DIVISOR;
     return kMeasureFailure;
   }
   return value;
@@ -94,7 +94,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpikval32(
   // over time) or a denormal tick size leaves no finite tick value.
   const double value = 1.0 / (value_of_bp * per_point);
   if (!std::isfinite(value)) {
-    if (error && *error == 0) *error = kbond::pik::kZeroDenominator;
+    if (error && *error == 0) *error = KVL_ERR_ZERO_DIVISOR;
     return kMeasureFailure;
   }
   return value;
