@@ -97,8 +97,6 @@ class CallFrame {
   // True when the lock is held (or not needed) and the description is valid.
   bool ok() const noexcept { return ready_; }
   const Desc& desc() const noexcept { return desc_; }
-  // Some exports adjust a field of the description for their own call.
-  Desc& mutable_desc() noexcept { return desc_; }
   int32_t& error() noexcept { return *error_; }
 
  private:
