@@ -11,13 +11,10 @@
 //   5. The description is released (after a successful set-up only), then
 //      the lock, on every path.
 //
-// Families differ in two explicit policies: how long the lock is held and
-// what a failed set-up reports. Each family names its frame once:
-//
-//   using BondCall = CallFrame<bond_args, bond_desc, bond_setup, bond_release,
-//                              LockLifetime::kWholeCall, SetUpError::kPassThrough>;
-//
-// An export builds its arguments once and then reads as its arithmetic:
+// Families differ in two explicit policies, how long the lock is held and
+// what a failed set-up reports, and each names its frame once (BondCall
+// below, PikCall, PerpetualCall, the FRN NoteFrame and MarginFrame). An
+// export builds its arguments once and then reads as its arithmetic:
 //
 //   engine::BondCall call(args, error);
 //   if (!call.ok()) return -1.0;

@@ -91,6 +91,8 @@ extern "C" KVL_EXPORT double KVL_API KVLpikyld(
                error);
   if (!call.ok()) return -1.0;
   int32_t& err = call.error();
+  // PIK refuses a price that is not positive as a value outside its set
+  // (460), not with the 350 of the other families.
   if (!(price > 0.0) || !std::isfinite(price)) {
     err = KVL_ERR_OUT_OF_SET;
     return -1.0;
