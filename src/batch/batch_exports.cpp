@@ -8,7 +8,6 @@ using kbond::batch::BatchRequest;
 
 namespace {
 
-constexpr int32_t kCountTooSmall = 60;
 
 int32_t value_one(const void* request, int64_t i) {
   return kbond::batch::value_row(*static_cast<const BatchRequest*>(request), i);
@@ -49,7 +48,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbbatch(
                              .pvbps = pvbps,
                              .row_errors = row_errors,
                              .failed_measures = failed_measures};
-  err = threads < 0 ? kCountTooSmall : kbond::batch::check_request(request);
+  err = threads < 0 ? KVL_ERR_COUNT : kbond::batch::check_request(request);
   if (err != 0) return -1;
   if (n == 0) return 0;
   const int32_t used = kbond::batch::threads_for(n, threads);

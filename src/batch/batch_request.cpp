@@ -1,21 +1,19 @@
 #include "batch/batch_request.h"
+#include "k_bond.h"
 
 namespace kbond::batch {
 namespace {
 
-constexpr int32_t kMissingArray = 50;
-constexpr int32_t kCountTooSmall = 60;
-constexpr int32_t kOutOfSet = 460;
 
 }  // namespace
 
 int32_t check_request(const BatchRequest& r) noexcept {
-  if (r.rows < 0) return kCountTooSmall;
-  if (r.measures == 0 || (r.measures & ~kAllMeasures) != 0) return kOutOfSet;
+  if (r.rows < 0) return KVL_ERR_COUNT;
+  if (r.measures == 0 || (r.measures & ~kAllMeasures) != 0) return KVL_ERR_OUT_OF_SET;
   if (r.market_kinds == nullptr && r.market_kind != kGivenYield && r.market_kind != kGivenPrice)
-    return kOutOfSet;
-  if (!r.types || !r.coupons || !r.maturities || !r.settlements) return kMissingArray;
-  if (!r.market && (r.measures & ~kAccrued) != 0) return kMissingArray;
+    return KVL_ERR_OUT_OF_SET;
+  if (!r.types || !r.coupons || !r.maturities || !r.settlements) return KVL_ERR_MISSING_ARRAY;
+  if (!r.market && (r.measures & ~kAccrued) != 0) return KVL_ERR_MISSING_ARRAY;
   const struct {
     int32_t measure;
     const double* column;
@@ -27,7 +25,7 @@ int32_t check_request(const BatchRequest& r) noexcept {
                  {kConvexity, r.convexities},
                  {kPvbp, r.pvbps}};
   for (const auto& o : outputs)
-    if (r.wants(o.measure) && o.column == nullptr) return kMissingArray;
+    if (r.wants(o.measure) && o.column == nullptr) return KVL_ERR_MISSING_ARRAY;
   return 0;
 }
 

@@ -9,7 +9,6 @@
 namespace kbond::batch {
 namespace {
 
-constexpr int32_t kOutOfSet = 460;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // The single-bond arguments of one row: one coupon step, the maturity as
@@ -139,7 +138,7 @@ int32_t value_row(const BatchRequest& r, int64_t i) noexcept {
     return finish();
   }
   if (kind != kGivenYield && kind != kGivenPrice) {
-    error = kOutOfSet;
+    error = KVL_ERR_OUT_OF_SET;
     cells.clear_all();
     return finish();
   }

@@ -1,11 +1,27 @@
 // KVLbai1 and KVLbai: accrued interest of a straight bond at settlement.
+#include "bond/quoted_accrued.h"
 #include "engine/call_frame.h"
 #include "engine/catalogue.h"
 #include "engine/safe_math.h"
 #include "k_bond.h"
 
 using kbond::engine::bond_args;
-using kbond::engine::BondCall;
+using kbond::engine::BondSetUpCall;
+
+namespace kbond::bond {
+
+double quoted_accrued(const engine::bond_desc& bond) noexcept {
+  switch (bond.type) {
+    case 81:  // French OATs: accrued interest to five decimals of face
+      return kbond::engine::round_to(bond.accrued, 5) * 100.0;
+    case 290:  // Portuguese bonds: six decimals of face
+      return kbond::engine::round_to(bond.accrued, 6) * 100.0;
+    default:
+      return bond.accrued * 100.0;
+  }
+}
+
+}  // namespace kbond::bond
 
 extern "C" KVL_EXPORT double KVL_API KVLbai1(
     const double* coupons, int32_t n_coupons, const int32_t* dates, int32_t n_dates,
@@ -28,19 +44,9 @@ extern "C" KVL_EXPORT double KVL_API KVLbai1(
                        .sink_ends = sink_ends, .n_sink_ends = n_sink_ends,
                        .sink_amounts = sink_amounts, .sink_premium = sink_premium,
                        .exdiv_days = exdiv_days};
-  BondCall call(args, error);
+  BondSetUpCall call(args, error);
   if (!call.ok()) return -1.0;
-  // The accrued interest is complete after set-up.
-  call.release_lock();
-  const auto& bond = call.desc();
-  switch (bond.type) {
-    case 81:  // French OATs: accrued interest to five decimals of face
-      return kbond::engine::round_to(bond.accrued, 5) * 100.0;
-    case 290:  // Portuguese bonds: six decimals of face
-      return kbond::engine::round_to(bond.accrued, 6) * 100.0;
-    default:
-      return bond.accrued * 100.0;
-  }
+  return kbond::bond::quoted_accrued(call.desc());
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbai(

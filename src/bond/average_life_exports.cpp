@@ -17,8 +17,8 @@ extern "C" KVL_EXPORT double KVL_API KVLbal(
       factor, sink_dates, n_sink, sink_ends, n_sink_ends, sink_amounts, sink_premium);
   BondCall call(schedule.args, error);
   if (!call.ok()) {
-    if (call.error() == kbond::engine::kLockNotObtained) return -1.0;
-    call.error() = 1;
+    if (call.error() == KVL_ERR_LOCK) return -1.0;
+    call.error() = KVL_ERR_INVALID;
     return 0.0;
   }
   return kbond::bond::average_life(call.desc(), &call.error());

@@ -12,23 +12,6 @@ using kbond::engine::BondCall;
 
 namespace {
 
-constexpr int32_t kBadPrice = 350;
-constexpr int32_t kNoMemory = -50;
-
-// The tax on the gain when a holder who bought at `price` is repaid: the
-// gain over the price is taxed as income before the tax cut-over date and
-// as a capital gain from then on; without a capital-gains tax rate nothing
-// is taxed.
-double tax_on_gain(const kbond::engine::bond_desc& desc, const kbond::engine::CashFlowRow& row,
-                   double price) noexcept {
-  if (desc.discount_tax == 0.0 || row.face <= 0.0) return 0.0;
-  const double repaid_at = row.at_maturity ? desc.redemption : 100.0;
-  const double gain = (repaid_at - price) * 0.01;
-  if (!(gain > 0.0)) return 0.0;
-  const double rate = row.date < desc.horizon_date ? desc.coupon_tax : desc.discount_tax;
-  return rate * gain * row.face;
-}
-
 template <class T>
 T* allocate_column(T** out, int32_t n, bool& failed) noexcept {
   if (!out) return nullptr;
@@ -66,7 +49,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcshflw(
   // double would tax it into infinity.
   const double purchase = price ? *price : 100.0;
   if (!kbond::engine::plausible_magnitude(purchase)) {
-    if (error) *error = kBadPrice;
+    if (error) *error = KVL_ERR_BAD_PRICE;
     return -1;
   }
   // Municipals that ignore odd coupons, and Canadian bonds under Bank of
@@ -94,17 +77,11 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcshflw(
   double* row_coupons = allocate_column(out_coupons, n, failed);
   double* row_principal = allocate_column(out_principal, n, failed);
   double* row_periods = allocate_column(out_periods, n, failed);
-  if (failed) call.error() = kNoMemory;
+  if (failed) call.error() = KVL_ERR_NO_MEMORY;
 
   if (!failed && n >= 1) {
-    kbond::engine::walk_cash_flows(bond, [&](const kbond::engine::CashFlowRow& row) {
-      if (row.index >= n) return;
-      if (row_dates) row_dates[row.index] = row.paid;
-      if (row_coupons) row_coupons[row.index] = row.coupon * 100.0;
-      if (row_principal)
-        row_principal[row.index] = (row.principal - tax_on_gain(bond, row, purchase)) * 100.0;
-      if (row_periods) row_periods[row.index] = row.periods;
-    });
+    kbond::engine::fill_cash_flow_columns(bond, purchase, n,
+                                        {row_dates, row_coupons, row_principal, row_periods});
     return n;
   }
   release_column(out_dates);

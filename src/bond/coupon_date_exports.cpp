@@ -12,10 +12,10 @@
 #include "k_bond.h"
 
 using kbond::engine::BondCall;
+using kbond::engine::BondSetUpCall;
 
 namespace {
 
-constexpr int32_t kUnknownType = 460;
 // The schedule is the same for any coupon rate.
 constexpr double kScheduleOnlyCoupon = 0.1;
 
@@ -52,9 +52,8 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcpn(int32_t maturity, int32_t settleme
                                               int32_t* error) {
   ScheduleArgs s;
   describe_schedule(s, maturity, settlement, dated_date, first_coupon, type, frequency, eom);
-  BondCall call(s.args, error);
+  BondSetUpCall call(s.args, error);
   if (!call.ok()) return -1;
-  call.release_lock();
   const auto& bond = call.desc();
 
   // No coupon date comes before the first coupon of a bond whose schedule
@@ -84,7 +83,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcpn(int32_t maturity, int32_t settleme
     if (d == grid(bond.maturity, 1)) d = bond.maturity;
   }
   if (d < lo || d > bond.maturity || d <= 0) {
-    call.error() = 1;
+    call.error() = KVL_ERR_INVALID;
     return -1;
   }
   return d;
@@ -111,19 +110,19 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_
   err = 0;
   kbond::engine::TypeReadGuard lock(type);
   if (lock.failed()) {
-    err = kbond::engine::kLockNotObtained;
+    err = KVL_ERR_LOCK;
     return -1;
   }
   const int32_t code = type ? *type : 0;
   const int32_t base = kbond::engine::bond_type_base(code);
   if (base < 0) {
-    err = kUnknownType;
+    err = KVL_ERR_OUT_OF_SET;
     return -1;
   }
   const int32_t f = kbond::engine::bond_type_frequency(base);
   auto valid_date = [](int32_t d) { return d >= 1 && d <= kbond::dates::kMaxSerial; };
   if (f <= 0 || 12 % f != 0 || !valid_date(reference_coupon) || !valid_date(settlement)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return -1;
   }
   const uint8_t flags = weekend_flags ? *weekend_flags : 0;
@@ -145,7 +144,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbexdiv(int32_t reference_coupon, int32_
   // A coupon beyond the last date (settlement near it) or a period that
   // reaches before the first date gives no ex-dividend date.
   if (!valid_date(next) || !valid_date(date)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return -1;
   }
   return date;

@@ -8,7 +8,6 @@
 using kbond::engine::BondCall;
 
 namespace {
-constexpr int32_t kHorizonOutOfRange = 160;
 }  // namespace
 
 extern "C" KVL_EXPORT double KVL_API KVLbhyld(
@@ -37,7 +36,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbhyld(
   int32_t& err = call.error();
   const auto& bond = call.desc();
   if (horizon_date <= settlement || horizon_date > bond.maturity) {
-    err = kHorizonOutOfRange;
+    err = KVL_ERR_DATE_ORDER;
     return -1.0;
   }
   // The same bond, sold at the horizon: redeemed there at the horizon price.

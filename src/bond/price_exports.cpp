@@ -35,7 +35,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbpr(
 
   double price = -1.0;
   if (!std::isfinite(yield)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
   } else {
     // Yields are quoted at the market's frequency, priced at the coupons'.
     const double y = kbond::engine::coupon_yield_from_quoted(yield, bond, &err);
@@ -53,7 +53,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbpr(
     // is no price.
     const double quoted = quote(price);
     if (std::isfinite(quoted)) return quoted;
-    err = 1;
+    err = KVL_ERR_INVALID;
   }
   return quote(-1.0);
 }

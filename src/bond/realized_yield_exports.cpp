@@ -11,7 +11,6 @@
 using kbond::engine::BondCall;
 
 namespace {
-constexpr int32_t kBadRate = 250;
 }  // namespace
 
 extern "C" KVL_EXPORT double KVL_API KVLbryld(
@@ -37,7 +36,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbryld(
   const double growth = 1.0 + reinvestment_rate / f;
   // A rate near 1e100 (or infinite) compounds past every finite value.
   if (!(growth > 0.0) || !kbond::engine::plausible_magnitude(reinvestment_rate)) {
-    err = kBadRate;
+    err = KVL_ERR_BAD_RATE;
     return -1.0;
   }
   // The gain to redemption is taxed when the bond was bought below it: as
@@ -63,12 +62,12 @@ extern "C" KVL_EXPORT double KVL_API KVLbryld(
   });
   const double dirty = price * 0.01 + bond.accrued;
   if (!(dirty > 0.0) || !(n_periods > 0.0)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return -1.0;
   }
   const double yield = (kbond::engine::safe_pow(future / dirty, 1.0 / n_periods) - 1.0) * f;
   if (!std::isfinite(yield)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return -1.0;
   }
   return yield;

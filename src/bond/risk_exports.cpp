@@ -11,11 +11,10 @@
 
 using kbond::engine::YieldSensitivity;
 using kbond::engine::BondCall;
+using kbond::engine::BondSetUpCall;
 
 namespace {
 
-constexpr int32_t kBadScale = 310;
-constexpr int32_t kVanishingDenominator = 401;
 constexpr double kAfterSetupFailure = -999.0;
 constexpr double kDefaultScale = 100.0;  // value of 1 bp per 100 of face
 constexpr double kDefaultTicks = 32.0;   // a 32nd of a point
@@ -44,7 +43,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbdur(
   YieldSensitivity s;
   int32_t& err = call.error();
   err = kbond::engine::yield_sensitivity(yield, call.desc(), false, s);
-  if (err == 0 && !(s.dirty > 0.0)) err = 1;  // no duration without a positive value
+  if (err == 0 && !(s.dirty > 0.0)) err = KVL_ERR_INVALID;  // no duration without a positive value
   if (err != 0) return -1.0;
   const double modified = -(s.first * s.ratio) / s.dirty;
   if (duration_kind && *duration_kind != 0) return modified * (yield / s.quote_frequency + 1.0);
@@ -70,7 +69,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbconv(
   YieldSensitivity s;
   int32_t& err = call.error();
   err = kbond::engine::yield_sensitivity(yield, call.desc(), true, s);
-  if (err == 0 && !(s.dirty > 0.0)) err = 1;
+  if (err == 0 && !(s.dirty > 0.0)) err = KVL_ERR_INVALID;
   if (err != 0) return kAfterSetupFailure;
   double curvature = s.second;
   if (s.converted) {
@@ -96,7 +95,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbvalbp(
   // A bad scale is refused before anything else, the lock included.
   const double s = scale ? *scale : kDefaultScale;
   if (bad_scale(s)) {
-    *err_out = kBadScale;
+    *err_out = KVL_ERR_BAD_SCALE;
     return kAfterSetupFailure;
   }
   const auto args = kbond::bond::bond_args_without_eom(
@@ -105,7 +104,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbvalbp(
       bd_flags, holidays, n_holidays, factor, sink_dates, n_sink, sink_ends, n_sink_ends,
       sink_amounts, sink_premium, exdiv_days);
   BondCall call(args, err_out);
-  if (!call.ok()) return call.error() == kbond::engine::kLockNotObtained ? kAfterSetupFailure : -1.0;
+  if (!call.ok()) return call.error() == KVL_ERR_LOCK ? kAfterSetupFailure : -1.0;
   YieldSensitivity sens;
   int32_t& err = call.error();
   err = kbond::engine::yield_sensitivity(yield, call.desc(), false, sens);
@@ -116,7 +115,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbvalbp(
   d *= sens.ratio;
   const double value = -d / s;
   if (!std::isfinite(value)) {  // a denormal outstanding factor or scale
-    err = 1;
+    err = KVL_ERR_INVALID;
     return kAfterSetupFailure;
   }
   return value;
@@ -134,7 +133,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbval32(
     int32_t* error) {
   const double t = ticks_per_point ? *ticks_per_point : kDefaultTicks;
   if (bad_scale(t)) {
-    if (error) *error = kBadScale;
+    if (error) *error = KVL_ERR_BAD_SCALE;
     return kAfterSetupFailure;
   }
   // The basis-point value is used as it comes: a failure shows in the
@@ -148,7 +147,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbval32(
   // maturity date) or a denormal tick size leaves no finite tick value.
   const double value = 1.0 / (v * t);
   if (!std::isfinite(value)) {
-    if (error && *error == 0) *error = kVanishingDenominator;
+    if (error && *error == 0) *error = KVL_ERR_ZERO_DIVISOR;
     return kAfterSetupFailure;
   }
   return value;
@@ -171,8 +170,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbcamt(
       .coupon_tax = coupon_tax, .factor = factor, .sink_dates = sink_dates, .n_sink = n_sink,
       .sink_ends = sink_ends, .n_sink_ends = n_sink_ends, .sink_amounts = sink_amounts,
       .sink_premium = sink_premium};
-  BondCall call(args, error);
+  BondSetUpCall call(args, error);
   if (!call.ok()) return -1.0;
-  call.release_lock();
   return call.desc().full_coupon * 100.0;
 }

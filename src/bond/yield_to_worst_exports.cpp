@@ -12,31 +12,25 @@ using kbond::engine::BondCall;
 
 namespace {
 
-constexpr int32_t kMissingArray = 50;
-constexpr int32_t kCountTooSmall = 60;
-constexpr int32_t kTooManyPrices = 70;
-constexpr int32_t kBadDate = 150;
-constexpr int32_t kDateOrder = 160;
-constexpr int32_t kBadCallPrice = 460;
 
 // Argument checks in their fixed order; 0 when the call schedule is usable.
 int32_t check_call_schedule(const int32_t* dates, int32_t n_dates, const int32_t* call_dates,
                             int32_t n_call_dates, const double* call_prices,
                             int32_t n_call_prices) noexcept {
-  if (n_dates < 1 || n_call_dates < 0 || n_call_prices < 0) return kCountTooSmall;
-  if (int64_t{n_call_prices} > int64_t{n_call_dates} + 1) return kTooManyPrices;
-  if (!dates) return kMissingArray;
+  if (n_dates < 1 || n_call_dates < 0 || n_call_prices < 0) return KVL_ERR_COUNT;
+  if (int64_t{n_call_prices} > int64_t{n_call_dates} + 1) return KVL_ERR_TOO_MANY;
+  if (!dates) return KVL_ERR_MISSING_ARRAY;
   if (n_call_dates > 0) {
-    if (!call_dates) return kMissingArray;
-    if (call_dates[0] <= 0) return kBadDate;
+    if (!call_dates) return KVL_ERR_MISSING_ARRAY;
+    if (call_dates[0] <= 0) return KVL_ERR_BAD_DATE;
     for (int32_t i = 1; i < n_call_dates; ++i)
-      if (call_dates[i] <= call_dates[i - 1]) return kDateOrder;
-    if (call_dates[n_call_dates - 1] > dates[n_dates - 1]) return kDateOrder;
+      if (call_dates[i] <= call_dates[i - 1]) return KVL_ERR_DATE_ORDER;
+    if (call_dates[n_call_dates - 1] > dates[n_dates - 1]) return KVL_ERR_DATE_ORDER;
   }
   if (n_call_prices > 0) {
-    if (!call_prices) return kMissingArray;
+    if (!call_prices) return KVL_ERR_MISSING_ARRAY;
     for (int32_t i = 0; i < n_call_prices; ++i)
-      if (!(call_prices[i] > 0.0)) return kBadCallPrice;
+      if (!(call_prices[i] > 0.0)) return KVL_ERR_OUT_OF_SET;
   }
   return 0;
 }

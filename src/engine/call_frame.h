@@ -1,14 +1,20 @@
-// The frame every straight-bond export runs around its own arithmetic.
+// The frame every analytic export runs around its own arithmetic.
 //
 //   1. The error code goes through the caller's pointer, or a local when it
 //      is NULL; it starts at 0.
-//   2. A custom bond type (code 1000 or more) holds the custom-type lock as a
-//      reader for the whole call; a lock that cannot be had is error -60.
-//   3. bond_setup fills a description on the stack; its code is the error.
+//   2. A custom bond type (code 1000 or more) takes the custom-type lock as a
+//      reader; a lock that cannot be had is KVL_ERR_LOCK.
+//   3. The family's set-up fills a description in the frame; on failure the
+//      frame reports the set-up's code or, for families that document no
+//      finer codes, KVL_ERR_INVALID.
 //   4. The export computes from the description.
-//   5. The description is released, then the lock, on every path.
+//   5. The description is released (after a successful set-up only), then
+//      the lock, on every path.
 //
-// An export builds its `bond_args` once and then reads as its arithmetic:
+// Families differ in two explicit policies, how long the lock is held and
+// what a failed set-up reports, and each names its frame once (BondCall
+// below, PikCall, PerpetualCall, the FRN NoteFrame and MarginFrame). An
+// export builds its arguments once and then reads as its arithmetic:
 //
 //   engine::BondCall call(args, error);
 //   if (!call.ok()) return -1.0;
@@ -23,64 +29,108 @@
 #pragma once
 #include <cmath>
 #include <cstdint>
+#include <new>
 #include <type_traits>
 
 #include "engine/bond_desc.h"
 #include "engine/catalogue.h"
 #include "engine/safe_math.h"
 #include "engine/type_lock.h"
+#include "k_bond.h"
 
 namespace kbond::engine {
 
-inline constexpr int32_t kLockNotObtained = -60;
+// How long a frame holds the custom-type lock.
+enum class LockLifetime {
+  kWholeCall,  // the computation reads the type's conventions or sets up again
+  kSetUpOnly,  // everything the computation reads is in the description
+  kNone,       // the family's type argument is not a bond type code
+};
 
-static_assert(std::is_trivially_destructible_v<bond_desc>,
-              "BondCall keeps the description in raw storage");
+// What a failed set-up reports.
+enum class SetUpError {
+  kPassThrough,  // the set-up's own code
+  kInvalid,      // KVL_ERR_INVALID whatever the cause
+};
 
-class BondCall {
+// `SetUp(args, desc)` starts the description's lifetime in the frame's raw
+// storage and returns 0 or an error code; on failure it leaves nothing to
+// release. `Release(desc)` (nullptr when nothing is owned) runs only after a
+// successful set-up. The description is never initialised twice: set-ups
+// that fill an existing record are adapted by `constructed_then`.
+template <class Args, class Desc, auto SetUp, auto Release, LockLifetime kLock,
+          SetUpError kOnError>
+class CallFrame {
+  static_assert(std::is_trivially_destructible_v<Desc>,
+                "the frame keeps the description in raw storage");
+
  public:
-  BondCall(const bond_args& args, int32_t* error) noexcept
-      : error_(error ? error : &local_error_), lock_(args.type) {
+  CallFrame(const Args& args, int32_t* error) noexcept
+      : error_(error ? error : &local_error_), lock_(locked_type(args)) {
     *error_ = 0;
     if (lock_.failed()) {
-      *error_ = kLockNotObtained;
+      *error_ = KVL_ERR_LOCK;
       return;
     }
-    const int32_t setup = bond_setup(args, desc_);
+    const int32_t setup = SetUp(args, desc_);
     if (setup != 0) {
-      *error_ = setup;
+      *error_ = kOnError == SetUpError::kPassThrough ? setup : KVL_ERR_INVALID;
       lock_.release();
       return;
     }
+    if constexpr (kLock == LockLifetime::kSetUpOnly) lock_.release();
     ready_ = true;
   }
 
-  ~BondCall() {
-    if (ready_) bond_release(desc_);
+  ~CallFrame() {
+    if constexpr (!std::is_null_pointer_v<decltype(Release)>) {
+      if (ready_) Release(desc_);
+    }
   }
-  // bond_setup builds the description in place; it is not initialised twice.
 
-  BondCall(const BondCall&) = delete;
-  BondCall& operator=(const BondCall&) = delete;
+  CallFrame(const CallFrame&) = delete;
+  CallFrame& operator=(const CallFrame&) = delete;
 
   // True when the lock is held (or not needed) and the description is valid.
   bool ok() const noexcept { return ready_; }
-  const bond_desc& desc() const noexcept { return desc_; }
-  // Some exports adjust a field of the description for their own call.
-  bond_desc& mutable_desc() noexcept { return desc_; }
+  const Desc& desc() const noexcept { return desc_; }
   int32_t& error() noexcept { return *error_; }
-  // Some exports need the custom type's conventions only during set-up.
-  void release_lock() noexcept { lock_.release(); }
 
  private:
+  static const int32_t* locked_type(const Args& args) noexcept {
+    if constexpr (kLock == LockLifetime::kNone) {
+      return nullptr;
+    } else {
+      return args.type;
+    }
+  }
+
   int32_t local_error_ = 0;
   int32_t* error_;
   TypeReadGuard lock_;  // declared before desc_: released after it
   union {
-    bond_desc desc_;  // constructed by bond_setup, trivially destructible
+    Desc desc_;  // constructed by SetUp, trivially destructible
   };
   bool ready_ = false;
 };
+
+// Adapts a set-up that fills a default-constructed record to the frame's
+// raw storage: CallFrame<..., constructed_then<pik_setup, pik_args, pik_desc>, ...>.
+template <auto Fill, class Args, class Desc>
+int32_t constructed_then(const Args& args, Desc& desc) noexcept {
+  ::new (static_cast<void*>(&desc)) Desc;
+  return Fill(args, desc);
+}
+
+// The straight-bond frame: bond_setup's code passes through and the lock is
+// held to the end.
+using BondCall = CallFrame<bond_args, bond_desc, bond_setup, bond_release,
+                           LockLifetime::kWholeCall, SetUpError::kPassThrough>;
+
+// The same for exports that read only what set-up completed (accrued
+// interest, the coupon, coupon dates): the lock is dropped after set-up.
+using BondSetUpCall = CallFrame<bond_args, bond_desc, bond_setup, bond_release,
+                                LockLifetime::kSetUpOnly, SetUpError::kPassThrough>;
 
 // Runs `compute(desc, error)` inside the frame and returns its result, or
 // `failure_value` when the lock, the set-up or the computation failed.

@@ -35,6 +35,20 @@ struct CashFlowRow {
 // counts it).
 inline constexpr double kNegligibleFace = 1e-9;
 
+// The columns of the cash-flow table (per 100 of initial face); a null
+// column is not filled.
+struct CashFlowColumns {
+  int32_t* dates = nullptr;      // payment dates
+  double* coupons = nullptr;     // coupons, net of withholding tax
+  double* principal = nullptr;   // principal, net of the tax on the gain over `purchase_price`
+  double* periods = nullptr;     // discounting exponents in coupon periods
+};
+
+// Fills the first `rows` rows of the table of a holder who bought at
+// `purchase_price` per 100.
+void fill_cash_flow_columns(const engine::bond_desc& desc, double purchase_price, int32_t rows,
+                            const CashFlowColumns& out) noexcept;
+
 // Number of rows: the remaining cash-flow periods of the description.
 inline int32_t cash_flow_rows(const engine::bond_desc& desc) noexcept {
   return desc.remaining_periods();

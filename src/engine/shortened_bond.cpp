@@ -1,5 +1,6 @@
 // Copies of a bond's description that mature earlier.
 #include "engine/shortened_bond.h"
+#include "k_bond.h"
 
 #include <cstdlib>
 
@@ -26,7 +27,7 @@ int32_t ShortenedBond::build(const engine::bond_args& original, const engine::bo
   } else {
     std::free(dates_);
     dates_ = static_cast<int32_t*>(std::malloc(sizeof(int32_t) * (kept + 1)));
-    if (!dates_) return kNoMemory;
+    if (!dates_) return KVL_ERR_NO_MEMORY;
     for (int32_t i = 0; i < kept; ++i) dates_[i] = desc.dates[i];
     dates_[kept] = maturity;
     args.dates = dates_;

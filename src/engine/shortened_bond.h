@@ -15,7 +15,6 @@
 
 namespace kbond::engine {
 
-inline constexpr int32_t kNoMemory = -50;
 
 class ShortenedBond {
  public:

@@ -13,6 +13,7 @@
 #include "engine/price_from_yield.h"
 #include "engine/solvers.h"
 #include "engine/safe_math.h"
+#include "k_bond.h"
 
 namespace kbond::engine {
 
@@ -94,16 +95,16 @@ double money_market_years(const bond_desc& desc) noexcept {
 double money_market_yield(double price, const bond_desc& desc, int32_t* error) noexcept {
   const double p = price * 0.01;
   const double accrued = desc.accrued;
-  if (std::isnan(p) || -accrued >= p) return fail(error, kBadPrice);
+  if (std::isnan(p) || -accrued >= p) return fail(error, KVL_ERR_BAD_PRICE);
   const double years = money_market_years(desc);
-  if (years < 0.0) return fail(error, kNegativeTime);
+  if (years < 0.0) return fail(error, KVL_ERR_DATE_ORDER);
   const double redemption = desc.redemption * 0.01;
   // Ex-dividend the final coupon goes to the seller.
   const double coupon = accrued >= 0.0 ? desc.full_coupon : 0.0;
   const double g = p < redemption ? engine::capital_gains_rate(desc) : 0.0;
   const double ratio = (redemption + coupon - g * (redemption - p)) / (p + accrued);
   if (ratio == 1.0) return 0.0;
-  if (years == 0.0) return fail(error, kZeroTime);
+  if (years == 0.0) return fail(error, KVL_ERR_OUT_OF_SET);
   return checked_yield((ratio - 1.0) / years, error, -1.0);
 }
 
@@ -121,7 +122,7 @@ double domain_floor(const bond_desc& desc) noexcept {
 }
 
 double iterated_yield(double price, const bond_desc& desc, int32_t* error) noexcept {
-  if (!(price > 0.0)) return fail(error, kBadPrice);
+  if (!(price > 0.0)) return fail(error, KVL_ERR_BAD_PRICE);
   const double rate = desc.current_rate();
   // The current yield on the quoted price is close to the answer for most
   // bonds; a zero-coupon bond starts from 5 %.

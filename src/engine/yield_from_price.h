@@ -20,9 +20,6 @@
 
 namespace kbond::engine {
 
-inline constexpr int32_t kBadPrice = 350;          // price zero, negative or not above -accrued
-inline constexpr int32_t kNegativeTime = 160;      // settlement after maturity in a closed form
-inline constexpr int32_t kZeroTime = 460;          // no time left to earn a yield over
 inline constexpr double kSolverFailed = -999.0;    // both root finders failed
 // Newton and the bracketing search stop when the price is within 1e-7 per
 // 100 of face of the target (a tenth of the finest tick any market quotes),

@@ -5,13 +5,14 @@
 
 #include "engine/call_frame.h"
 #include "engine/price_from_yield.h"
+#include "k_bond.h"
 
 namespace kbond::engine {
 
 int32_t yield_sensitivity(double yield, const engine::bond_desc& desc, bool want_second,
                           YieldSensitivity& out) noexcept {
   out = YieldSensitivity{};
-  if (!std::isfinite(yield)) return 1;
+  if (!std::isfinite(yield)) return KVL_ERR_INVALID;
   const double f = desc.frequency;
   const int32_t q = engine::yield_quotation_frequency(desc);
   double y = yield;
@@ -32,7 +33,7 @@ int32_t yield_sensitivity(double yield, const engine::bond_desc& desc, bool want
   // derivatives undefined: no measure can be formed from them.
   if (!std::isfinite(out.price) || !std::isfinite(out.first) || !std::isfinite(out.second) ||
       !std::isfinite(out.ratio))
-    return 1;
+    return KVL_ERR_INVALID;
   const double accrued = desc.price_factor_flag ? desc.accrued * desc.price_factor : desc.accrued;
   out.dirty = out.price * 0.01 + accrued;
   return 0;

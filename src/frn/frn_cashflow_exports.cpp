@@ -24,7 +24,7 @@ int32_t fill_cash_flows(const FrnSchedule& s, const kbond::frn::FrnRateSchedule&
   FrnValuation valuation;
   if ((err = kbond::frn::prepare_valuation(s, rates, args, &valuation))) return 0;
   if (price && !std::isfinite(*price)) {
-    err = 350;
+    err = KVL_ERR_BAD_PRICE;
     return 0;
   }
   const int32_t rows = kbond::frn::count_frn_periods(s);
@@ -32,7 +32,7 @@ int32_t fill_cash_flows(const FrnSchedule& s, const kbond::frn::FrnRateSchedule&
   auto* amounts = static_cast<double*>(std::malloc(sizeof(double) * rows));
   if (!dates || !amounts) {
     kbond::engine::release_cashflow_columns(dates, amounts);
-    err = -50;
+    err = KVL_ERR_NO_MEMORY;
     return 0;
   }
   int32_t row = 0;
@@ -52,7 +52,7 @@ int32_t fill_cash_flows(const FrnSchedule& s, const kbond::frn::FrnRateSchedule&
   for (int32_t i = 0; i < rows; ++i) {
     if (!std::isfinite(amounts[i])) {
       kbond::engine::release_cashflow_columns(dates, amounts);
-      err = 1;
+      err = KVL_ERR_INVALID;
       return 0;
     }
   }
@@ -81,7 +81,7 @@ KVL_EXPORT int32_t KVL_API KVLtfrncshflw(int32_t** dates_out, double** amounts_o
   int32_t& err = error ? *error : local;
   err = 0;
   if (!dates_out || !amounts_out) {
-    err = 50;
+    err = KVL_ERR_MISSING_ARRAY;
     return 0;
   }
   *dates_out = nullptr;

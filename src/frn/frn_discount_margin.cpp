@@ -3,6 +3,7 @@
 #include "dates/date_serial.h"
 #include "frn/frn_day_count.h"
 #include "frn/frn_margins.h"
+#include "k_bond.h"
 
 namespace kbond::frn {
 namespace {
@@ -62,7 +63,7 @@ double search_discount_margin(const DiscountMarginTerms& terms, double start, in
   for (int iteration = 0; iteration < iterations; ++iteration) {
     double value = 0.0;
     if (!terms.value(margin, &value)) {
-      err = 400;
+      err = KVL_ERR_DENOMINATOR;
       return margin;
     }
     if (value > terms.target) {

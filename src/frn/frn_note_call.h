@@ -5,18 +5,21 @@
 //      end-of-month flag), holiday options and pay-on-business-day flag;
 //   2. the rate schedule validated;
 //   3. the schedule placed from the caller's coupon dates and holidays;
-//   4. the computation, on the stack; the temporary type is released on
-//      every path.
+//   4. the computation; the temporary type is released on every path.
+// FRN type handles are not bond types: the frame takes no custom-type lock,
+// and the set-up's code passes through.
 #pragma once
 #include <cmath>
 #include <cstdint>
 #include <type_traits>
 
+#include "engine/call_frame.h"
 #include "frn/frn_price_core.h"
 #include "frn/frn_rate_schedule.h"
 #include "frn/frn_schedule.h"
 #include "frn/frn_tax.h"
 #include "frn/frn_temporary_type.h"
+#include "k_bond.h"
 
 namespace kbond::frn {
 
@@ -73,10 +76,9 @@ struct ValuationArgs {
   const int32_t* holding = nullptr;
 };
 
-// Runs `compute(schedule, err)`; returns `failure` with the code when the
-// type, the rate schedule or the schedule cannot be set up.
-template <class Result, class Compute>
-Result run_note_call(const NoteCall& call, int32_t& err, Result failure, Compute&& compute) noexcept {
+// The temporary type with the call's overrides, the rate schedule checked
+// and the schedule placed: 0 or the first failure's code.
+inline int32_t note_setup(const NoteCall& call, FrnCallDesc& desc) noexcept {
   FrnTypeOverrides overrides;
   overrides.frequency = call.frequency;
   overrides.day_count = call.day_count;
@@ -89,14 +91,29 @@ Result run_note_call(const NoteCall& call, int32_t& err, Result failure, Compute
   }
   overrides.holiday_options = call.holiday_options;
   overrides.option_flag = call.pay_on_business_day;
-  TemporaryFrnType temporary(call.type, overrides);
-  if ((err = temporary.error())) return failure;
-  if ((err = validate_rate_schedule(call.rates))) return failure;
-  FrnSchedule schedule;
-  err = frn_schedule_setup(&temporary.record(), call.maturity, call.settlement, call.previous_coupon,
-                           call.coupon_dates, call.coupon_count, call.holidays, call.holiday_count,
-                           &schedule);
-  if (err) return failure;
+  if (int32_t err = take_temporary_type(call.type, overrides, desc)) return err;
+  if (int32_t err = validate_rate_schedule(call.rates)) return drop_temporary_type(desc, err);
+  if (int32_t err = frn_schedule_setup(&desc.record, call.maturity, call.settlement,
+                                       call.previous_coupon, call.coupon_dates, call.coupon_count,
+                                       call.holidays, call.holiday_count, &desc.schedule)) {
+    return drop_temporary_type(desc, err);
+  }
+  return 0;
+}
+
+using NoteFrame = engine::CallFrame<NoteCall, FrnCallDesc,
+                                    engine::constructed_then<note_setup, NoteCall, FrnCallDesc>,
+                                    frn_call_release, engine::LockLifetime::kNone,
+                                    engine::SetUpError::kPassThrough>;
+
+// Runs `compute(schedule, err)`; returns `failure` with the code when the
+// type, the rate schedule or the schedule cannot be set up.
+template <class Result, class Compute>
+Result run_note_call(const NoteCall& call, int32_t& err, Result failure,
+                     Compute&& compute) noexcept {
+  NoteFrame frame(call, &err);
+  if (!frame.ok()) return failure;
+  const FrnSchedule& schedule = frame.desc().schedule;
   if constexpr (std::is_floating_point_v<Result>) {
     return finite_or_fail(compute(schedule, err), err, failure);
   } else {
@@ -109,7 +126,7 @@ Result run_note_call(const NoteCall& call, int32_t& err, Result failure, Compute
 inline int32_t prepare_valuation(const FrnSchedule& schedule, const FrnRateSchedule& rates,
                                  const ValuationArgs& args, FrnValuation* out) noexcept {
   const double redemption = args.redemption ? *args.redemption : 100.0;
-  if (!std::isfinite(redemption) || redemption <= 0.0) return 350;
+  if (!std::isfinite(redemption) || redemption <= 0.0) return KVL_ERR_BAD_PRICE;
   FrnTax tax;
   if (int32_t err = build_frn_tax(schedule.settlement, schedule.maturity, args.income_tax,
                                   args.gain_tax, args.holding, &tax)) {
@@ -124,7 +141,7 @@ inline int32_t prepare_valuation(const FrnSchedule& schedule, const FrnRateSched
 inline int32_t price_at_yield(const FrnSchedule& schedule, const FrnRateSchedule& rates,
                               const ValuationArgs& args, double yield, bool want_second,
                               FrnPrice* price, FrnValuation* valuation) noexcept {
-  if (!std::isfinite(yield)) return 250;
+  if (!std::isfinite(yield)) return KVL_ERR_BAD_RATE;
   if (int32_t err = prepare_valuation(schedule, rates, args, valuation)) return err;
   return frn_price_core(*valuation, yield, want_second, price);
 }

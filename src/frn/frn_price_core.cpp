@@ -4,6 +4,7 @@
 
 #include "frn/frn_day_count.h"
 #include "frn/frn_period.h"
+#include "k_bond.h"
 
 namespace kbond::frn {
 namespace {
@@ -18,7 +19,7 @@ int32_t compounded_price(const FrnValuation& val, double y, double* clean, doubl
   const FrnType& type = *s.type;
   const double f = type.frequency;
   const double growth = 1.0 + y / f;
-  if (!(growth > 0.0)) return 1;
+  if (!(growth > 0.0)) return KVL_ERR_INVALID;
   const double v = 1.0 / growth;
   const double log_v = std::log(v);
   const double days_per_period = type.year_length / f;
@@ -49,7 +50,7 @@ int32_t compounded_price(const FrnValuation& val, double y, double* clean, doubl
   // Gain to redemption taxed at maturity: price = (P - g vM R) / (1 - g vM).
   const double g = val.tax.gain_rate;
   const double k = 1.0 - g * last_v;
-  if (k == 0.0) return 1;
+  if (k == 0.0) return KVL_ERR_INVALID;
   const double last_v_first = -last_t * last_v * v / f;
   const double numerator = untaxed - g * last_v * R;
   const double numerator_first = untaxed_first - g * R * last_v_first;
@@ -73,7 +74,7 @@ int32_t money_market_price(const FrnValuation& val, double y, FrnPrice* out) noe
   const double d = 1.0 + y * t;
   const double g = q >= y * t * R + d * ai ? 0.0 : val.tax.gain_rate;
   const double k = d - g;
-  if (k == 0.0) return 1;
+  if (k == 0.0) return KVL_ERR_INVALID;
   out->clean = (q + (1.0 - g) * R - d * ai) / k;
   out->first = (g * ai - q - (1.0 - g) * R) * t / (k * k);
   out->second = out->first * t * -2.0 / k;

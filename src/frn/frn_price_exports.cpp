@@ -78,7 +78,7 @@ KVL_EXPORT double KVL_API KVLtfrnyld(int32_t type, const double* rates, const in
   const ValuationArgs args{redemption, income_tax, gain_tax, holding};
   return kbond::frn::run_note_call(call, err, -1.0, [&](const FrnSchedule& s, int32_t& e) {
     if (!std::isfinite(price) || price <= 0.0) {
-      e = 350;
+      e = KVL_ERR_BAD_PRICE;
       return -1.0;
     }
     FrnValuation valuation;

@@ -4,18 +4,19 @@
 #include <cmath>
 
 #include "frn/frn_day_count.h"
+#include "k_bond.h"
 
 namespace kbond::frn {
 
 int32_t validate_rate_schedule(const FrnRateSchedule& r) noexcept {
-  if (r.count < 1) return 60;
-  if (!r.rates || !r.dates) return 50;
+  if (r.count < 1) return KVL_ERR_COUNT;
+  if (!r.rates || !r.dates) return KVL_ERR_MISSING_ARRAY;
   for (int32_t i = 0; i < r.count; ++i) {
-    if (!(r.rates[i] >= 0.0) || !std::isfinite(r.rates[i])) return 250;
+    if (!(r.rates[i] >= 0.0) || !std::isfinite(r.rates[i])) return KVL_ERR_BAD_RATE;
   }
-  if (r.dates[0] < 1) return 150;
+  if (r.dates[0] < 1) return KVL_ERR_BAD_DATE;
   for (int32_t i = 1; i < r.count; ++i) {
-    if (r.dates[i] <= r.dates[i - 1]) return 160;
+    if (r.dates[i] <= r.dates[i - 1]) return KVL_ERR_DATE_ORDER;
   }
   return 0;
 }

@@ -37,7 +37,7 @@ double risk_measure(const NoteCall& call, const ValuationArgs& args, const RiskR
   return kbond::frn::run_note_call(call, err, -1.0, [&](const FrnSchedule& s, int32_t& e) {
     const double divisor = request.divisor ? *request.divisor : request.default_divisor;
     if (request.measure == Measure::kPerDivisor && (!(divisor > 0.0) || !std::isfinite(divisor))) {
-      e = 1;
+      e = KVL_ERR_INVALID;
       return -999.0;
     }
     FrnPrice price;

@@ -1,6 +1,7 @@
 #include "frn/frn_schedule.h"
 
 #include "dates/date_serial.h"
+#include "k_bond.h"
 
 namespace kbond::frn {
 namespace {
@@ -10,12 +11,12 @@ bool valid_serial(int32_t date) noexcept { return date >= 1 && date <= dates::kM
 // 0, or the code for a list that is missing, starts before day 0, or does
 // not strictly increase.
 int32_t check_ascending(const int32_t* list, int32_t count) noexcept {
-  if (count < 0) return 60;
+  if (count < 0) return KVL_ERR_COUNT;
   if (count == 0) return 0;
-  if (!list) return 50;
-  if (list[0] < 0) return 150;
+  if (!list) return KVL_ERR_MISSING_ARRAY;
+  if (list[0] < 0) return KVL_ERR_BAD_DATE;
   for (int32_t i = 1; i < count; ++i) {
-    if (list[i] <= list[i - 1]) return 160;
+    if (list[i] <= list[i - 1]) return KVL_ERR_DATE_ORDER;
   }
   return 0;
 }
@@ -30,21 +31,21 @@ int32_t frn_schedule_setup(FrnType* type, int32_t maturity, int32_t settlement,
                            const int32_t* previous_coupon, const int32_t* reset_dates,
                            int32_t reset_count, const int32_t* holidays, int32_t holiday_count,
                            FrnSchedule* schedule) noexcept {
-  if (!type || !schedule) return 50;
+  if (!type || !schedule) return KVL_ERR_MISSING_ARRAY;
   FrnSchedule& s = *schedule;
   s = FrnSchedule{};
   s.type = type;
   s.maturity = maturity;
   s.settlement = settlement;
-  if (!valid_serial(settlement) || !valid_serial(maturity)) return 150;
+  if (!valid_serial(settlement) || !valid_serial(maturity)) return KVL_ERR_BAD_DATE;
 
   if (int32_t code = check_ascending(holidays, holiday_count)) return code;
   if (holiday_count > 0) {
     s.holidays = holidays;
     s.holiday_count = holiday_count;
   }
-  if (check_frequency(type->frequency)) return 301;
-  if (check_day_count(type->day_count)) return 300;
+  if (check_frequency(type->frequency)) return KVL_ERR_FRN_FREQUENCY;
+  if (check_day_count(type->day_count)) return KVL_ERR_FRN_DAYCOUNT;
 
   // The caller's reset dates: k is the first one after settlement (or the
   // last one when none is). A list that ends on or before settlement gives
@@ -55,7 +56,7 @@ int32_t frn_schedule_setup(FrnType* type, int32_t maturity, int32_t settlement,
   bool previous_given = previous_coupon != nullptr;
   int32_t k = 0;
   if (n > 0) {
-    if (list[n - 1] > maturity) return 160;
+    if (list[n - 1] > maturity) return KVL_ERR_DATE_ORDER;
     while (k < n - 1 && list[k] <= settlement) ++k;
     if (list[k] <= settlement) {
       if (previous_given && *previous_coupon > list[k]) {
@@ -67,7 +68,7 @@ int32_t frn_schedule_setup(FrnType* type, int32_t maturity, int32_t settlement,
   }
   const bool list_in_use = n > 0;
   const int32_t previous = previous_given ? *previous_coupon : 0;
-  if (previous != 0 && !valid_serial(previous)) return 150;
+  if (previous != 0 && !valid_serial(previous)) return KVL_ERR_BAD_DATE;
 
   // Next coupon date.
   int32_t next = 0;
@@ -84,10 +85,10 @@ int32_t frn_schedule_setup(FrnType* type, int32_t maturity, int32_t settlement,
     if (list_in_use) {
       anchor = list[k];
     } else if (previous != 0) {
-      if (previous >= settlement) return 160;
+      if (previous >= settlement) return KVL_ERR_DATE_ORDER;
       anchor = previous;
     } else {
-      if (maturity <= settlement) return 160;
+      if (maturity <= settlement) return KVL_ERR_DATE_ORDER;
       anchor = maturity;
     }
     s.grid = FrnResetGrid(anchor, *type);
@@ -100,7 +101,7 @@ int32_t frn_schedule_setup(FrnType* type, int32_t maturity, int32_t settlement,
     if (next < maturity && s.adjusts_dates()) next = s.adjust(next);
     if (next >= maturity) next = maturity;
   }
-  if (next <= settlement) return 160;
+  if (next <= settlement) return KVL_ERR_DATE_ORDER;
   s.next_coupon = next;
   s.anchor = s.grid.anchor();
 
@@ -108,7 +109,7 @@ int32_t frn_schedule_setup(FrnType* type, int32_t maturity, int32_t settlement,
   int32_t last = 0;
   if (previous != 0 && (!list_in_use || list[0] > settlement)) {
     last = previous;
-    if (last >= next) return 160;
+    if (last >= next) return KVL_ERR_DATE_ORDER;
   } else if (list_in_use && n >= 2 && k > 0 && list[k] > settlement) {
     last = list[k - 1];
   } else {

@@ -1,5 +1,6 @@
 #include "frn/frn_day_count.h"
 #include "frn/frn_margins.h"
+#include "k_bond.h"
 
 namespace kbond::frn {
 
@@ -13,7 +14,7 @@ double simple_margin(const FrnSchedule& s, const MarginMarket& m, int32_t& err) 
   const double front = frn_day_span(last, s.settlement, s.next_coupon, type.day_count) / accrual_year;
   const double life = frn_day_span(last, s.settlement, s.maturity, type.day_count) / type.year_length;
   if (life == 0.0 || accrual_year == 0.0) {
-    err = 400;
+    err = KVL_ERR_DENOMINATOR;
     return -1.0;
   }
   return m.quoted_margin +

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "frn/frn_registry.h"
+#include "k_bond.h"
 
 namespace kbond::frn {
 
@@ -11,26 +12,32 @@ int32_t check_frequency(int32_t frequency) noexcept {
     case 1: case 2: case 3: case 4: case 6: case 12: case 26: case 52:
       return 0;
     default:
-      return 301;
+      return KVL_ERR_FRN_FREQUENCY;
   }
 }
 
 int32_t check_day_count(int32_t day_count) noexcept {
-  return day_count >= kFrnAct360 && day_count <= kFrnActPeriod ? 0 : 300;
+  return day_count >= kFrnAct360 && day_count <= kFrnActPeriod ? 0 : KVL_ERR_FRN_DAYCOUNT;
 }
 
-int32_t check_business_day_rule(int32_t rule) noexcept { return rule >= 0 && rule <= 3 ? 0 : 302; }
+int32_t check_business_day_rule(int32_t rule) noexcept {
+  return rule >= 0 && rule <= 3 ? 0 : KVL_ERR_FRN_BDRULE;
+}
 
-int32_t check_end_of_month(int32_t flag) noexcept { return flag == 0 || flag == 1 ? 0 : 303; }
+int32_t check_end_of_month(int32_t flag) noexcept {
+  return flag == 0 || flag == 1 ? 0 : KVL_ERR_FRN_EOM;
+}
 
 int32_t check_holiday_options(int32_t options) noexcept {
-  return options >= 0 && options <= 2 ? 0 : 304;
+  return options >= 0 && options <= 2 ? 0 : KVL_ERR_FRN_HOLIDAY_OPT;
 }
 
-int32_t check_option_flag(int32_t flag) noexcept { return flag == 0 || flag == 1 ? 0 : 305; }
+int32_t check_option_flag(int32_t flag) noexcept {
+  return flag == 0 || flag == 1 ? 0 : KVL_ERR_FRN_OPTION;
+}
 
 int32_t check_year_length(double year_length) noexcept {
-  return std::isfinite(year_length) && year_length >= 0.0 ? 0 : 306;
+  return std::isfinite(year_length) && year_length >= 0.0 ? 0 : KVL_ERR_FRN_YEAR_LENGTH;
 }
 
 double default_year_length(int32_t day_count) noexcept {
@@ -86,12 +93,12 @@ int32_t create_frn_type(int32_t base, const FrnTypeOverrides& overrides, int32_t
   int32_t& err = error ? *error : local;
   FrnType working;
   if (base != 0 && !registry_lookup(base, &working)) {
-    err = 901;
+    err = KVL_ERR_FRN_HANDLE;
     return 0;
   }
   if ((err = apply_overrides(working, overrides))) return 0;
   const int32_t handle = registry_insert(working);
-  if (handle == 0) err = -50;
+  if (handle == 0) err = KVL_ERR_NO_MEMORY;
   return handle;
 }
 

@@ -83,7 +83,7 @@ double run_carry_frame(const double* coupons, int32_t n_coupons, const int32_t* 
   // Extreme inputs (a denormal conversion factor) can overflow the
   // arithmetic; an infinite or undefined figure is a failure, never a result.
   if (*err == 0 && !std::isfinite(result)) {
-    *err = 1;
+    *err = KVL_ERR_INVALID;
     return -1.0;
   }
   return result;

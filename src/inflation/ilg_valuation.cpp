@@ -6,6 +6,7 @@
 #include "engine/solvers.h"
 #include "inflation/grid_discount.h"
 #include "inflation/ilg_flows.h"
+#include "k_bond.h"
 
 namespace kbond::inflation {
 
@@ -16,7 +17,7 @@ double money_market_price(const IlgDesc& desc, double yield, double* derivative,
   const double t = (redemption_date - desc.settlement) / kGiltMoneyMarketBasis;
   const double denominator = 1.0 + t * yield;
   if (denominator == 0.0 || !std::isfinite(denominator)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -100.0;
   }
   double coupon = 0.0;
@@ -33,7 +34,7 @@ double ilg_dirty_price(const IlgDesc& desc, double yield, double* derivative, in
   if (ilg_single_flow(desc)) return money_market_price(desc, yield, derivative, error);
   const double per_period = 1.0 + 0.5 * yield;
   if (!(per_period > 0.0)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   const double log_v = -std::log(per_period) - 0.5 * std::log1p(desc.inflation);
@@ -62,7 +63,7 @@ double ilg_clean_price(const IlgDesc& desc, double yield, int32_t* error) noexce
 double ilg_yield(const IlgDesc& desc, double clean_price, int32_t* error) noexcept {
   *error = 0;
   if (!std::isfinite(clean_price)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   int32_t eval_error = 0;
@@ -77,7 +78,7 @@ double ilg_yield(const IlgDesc& desc, double clean_price, int32_t* error) noexce
     y = engine::bracket_solve(clean, clean_price, -0.9, 2.0, 1e-9, 200, &solve_error);
   }
   if (solve_error != 0 || !std::isfinite(y)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   return y;

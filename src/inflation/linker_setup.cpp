@@ -7,6 +7,7 @@
 #include "engine/safe_math.h"
 #include "inflation/payment_calendar.h"
 #include "inflation/reference_index.h"
+#include "k_bond.h"
 
 namespace kbond::inflation {
 
@@ -26,22 +27,23 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   desc->months_per_period = months_per_period;
   desc->frequency = 12 / months_per_period;
   // The coupon is in percent: a positive, normal number no larger than 100.
-  if (!(args.coupon > 0.0) || !std::isnormal(args.coupon) || args.coupon > 100.0) return 1;
+  if (!(args.coupon > 0.0) || !std::isnormal(args.coupon) || args.coupon > 100.0)
+    return KVL_ERR_INVALID;
   if (!copy_index_values(args.base_index, args.base_count, desc->base_values) ||
       !copy_index_values(args.settlement_index, args.settlement_index_count, desc->settlement_values)) {
-    return 1;
+    return KVL_ERR_INVALID;
   }
   desc->base_count = args.base_count;
   desc->settlement_count = args.settlement_index_count;
   double inflation = 0.0;
-  if (!assumed_inflation(args.inflation, &inflation)) return 1;
-  if (args.option_b != 0 && args.option_b != 1) return 1;
-  if (args.holiday_count < 0) return 1;
+  if (!assumed_inflation(args.inflation, &inflation)) return KVL_ERR_INVALID;
+  if (args.option_b != 0 && args.option_b != 1) return KVL_ERR_INVALID;
+  if (args.holiday_count < 0) return KVL_ERR_INVALID;
   if (!is_valid_date(args.maturity) || !is_valid_date(args.settlement) || args.settlement > args.maturity) {
-    return 1;
+    return KVL_ERR_INVALID;
   }
   const bool dated = args.option_c != nullptr && *args.option_c != 0;
-  if (dated && !is_valid_date(*args.option_c)) return 1;
+  if (dated && !is_valid_date(*args.option_c)) return KVL_ERR_INVALID;
 
   desc->coupon = args.coupon * 0.01;
   desc->maturity = args.maturity;
@@ -57,7 +59,7 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   if (!resolve_coupon_period(args.settlement, args.maturity, months_per_period, desc->end_of_month,
                              args.previous_coupon, args.next_coupon, 0, &desc->period) ||
       args.settlement > desc->period.next) {
-    return 1;
+    return KVL_ERR_INVALID;
   }
   const CouponPeriod& p = desc->period;
 
@@ -69,14 +71,14 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   if (err != 0) return err;
   desc->index_ratio = index_ratio(desc->settlement_reference, desc->base_reference);
   // Index values too small for their ratio (denormals) are not index values.
-  if (!std::isfinite(desc->index_ratio) || !(desc->index_ratio > 0.0)) return 1;
+  if (!std::isfinite(desc->index_ratio) || !(desc->index_ratio > 0.0)) return KVL_ERR_INVALID;
 
   // Actual/actual over the quasi-coupon period.
   const double year_days = dates::year_basis(p.quasi_start, p.next, desc->frequency, 0);
   const double period_coupon = desc->coupon / desc->frequency;
   if (args.next_coupon_amount != nullptr) {
     const double fixed = *args.next_coupon_amount;
-    if (!(fixed >= 0.0) || !std::isfinite(fixed)) return 1;
+    if (!(fixed >= 0.0) || !std::isfinite(fixed)) return KVL_ERR_INVALID;
     desc->next_coupon_amount = fixed * 0.01;
   } else {
     // Projected from the latest index value; with two values the latest one
@@ -91,7 +93,8 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   desc->accrued_fraction = static_cast<double>(args.settlement - p.previous) / year_days;
   if (desc->accrued_fraction < 0.0) desc->accrued_fraction = 0.0;
   desc->accrued = engine::round_to(desc->accrued_fraction * desc->coupon * desc->index_ratio * 100.0, 6);
-  if (!std::isfinite(desc->next_coupon_amount) || !std::isfinite(desc->accrued)) return 1;
+  if (!std::isfinite(desc->next_coupon_amount) || !std::isfinite(desc->accrued))
+    return KVL_ERR_INVALID;
   return 0;
 }
 

@@ -5,6 +5,7 @@
 #include "engine/solvers.h"
 #include "inflation/grid_discount.h"
 #include "inflation/linker_flows.h"
+#include "k_bond.h"
 
 namespace kbond::inflation {
 
@@ -12,7 +13,7 @@ int32_t linker_value(const LinkerDesc& desc, double yield, LinkerValue* value) n
   *value = LinkerValue{};
   const double f = desc.frequency;
   const double per_period = 1.0 + yield / f;
-  if (!(per_period > 0.0) || !std::isfinite(yield)) return 1;
+  if (!(per_period > 0.0) || !std::isfinite(yield)) return KVL_ERR_INVALID;
   const double log_v = -std::log(per_period) - std::log1p(desc.inflation) / f;
   GridDiscount discount(log_v);
   double pv_sum = 0.0, t_sum = 0.0, tt_sum = 0.0, last_periods = 0.0, last_factor = 0.0;
@@ -38,7 +39,7 @@ int32_t linker_value(const LinkerDesc& desc, double yield, LinkerValue* value) n
   if (!std::isfinite(value->dirty) || !std::isfinite(value->first) ||
       !std::isfinite(value->second)) {
     *value = LinkerValue{};
-    return 1;
+    return KVL_ERR_INVALID;
   }
   return 0;
 }
@@ -51,7 +52,7 @@ double linker_quote(const LinkerDesc& desc, double dirty) noexcept {
 double linker_yield(const LinkerDesc& desc, double price, int32_t* error) noexcept {
   *error = 0;
   if (!(price > 0.0) || !std::isfinite(price)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   const double quote_per_dirty = desc.nominal_basis ? 1.0 : 1.0 / desc.index_ratio;
@@ -67,7 +68,7 @@ double linker_yield(const LinkerDesc& desc, double price, int32_t* error) noexce
   double y = engine::newton_solve(quote, price, desc.coupon, 1e-9, 64, &solve_error, valid);
   if (solve_error != 0) y = engine::bracket_solve(quote, price, -0.5, 2.0, 1e-9, 200, &solve_error);
   if (solve_error != 0 || !std::isfinite(y)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   return y;

@@ -1,7 +1,5 @@
-// The frame of every perpetual export: the error code through the caller's
-// pointer (or a local), the custom-type lock as reader for codes of 1000 and
-// more (held for the whole call: the carry functions build a second
-// description at the end date), and perpetual_setup on the stack.
+// The frame of every perpetual export: the engine's call frame around
+// perpetual_setup.
 //
 //   PerpetualCall call(args, error);
 //   if (!call.ok()) return -1.0;
@@ -9,44 +7,18 @@
 #pragma once
 #include <cstdint>
 
-#include "engine/type_lock.h"
+#include "engine/call_frame.h"
 #include "perpetual/perpetual_desc.h"
 
 namespace kbond::perpetual {
 
-inline constexpr int32_t kLockNotObtained = -60;
-
-class PerpetualCall {
- public:
-  PerpetualCall(const perpetual_args& args, int32_t* error) noexcept
-      : error_(error ? error : &local_error_), lock_(args.type) {
-    *error_ = 0;
-    if (lock_.failed()) {
-      *error_ = kLockNotObtained;
-      return;
-    }
-    const int32_t setup = perpetual_setup(args, desc_);
-    if (setup != 0) {
-      *error_ = setup;
-      return;
-    }
-    ready_ = true;
-  }
-
-  PerpetualCall(const PerpetualCall&) = delete;
-  PerpetualCall& operator=(const PerpetualCall&) = delete;
-
-  bool ok() const noexcept { return ready_; }
-  const perpetual_desc& desc() const noexcept { return desc_; }
-  int32_t& error() noexcept { return *error_; }
-
- private:
-  int32_t local_error_ = 0;
-  int32_t* error_;
-  engine::TypeReadGuard lock_;
-  perpetual_desc desc_;
-  bool ready_ = false;
-};
+// The set-up's code passes through, and the lock is held for the whole
+// call: the carry functions build a second description at the end date. The
+// description borrows the caller's arrays: nothing to release.
+using PerpetualCall =
+    engine::CallFrame<perpetual_args, perpetual_desc,
+                      engine::constructed_then<perpetual_setup, perpetual_args, perpetual_desc>,
+                      nullptr, engine::LockLifetime::kWholeCall, engine::SetUpError::kPassThrough>;
 
 // The argument block in the order every perpetual export takes it.
 inline perpetual_args perpetual_arguments(const double* coupons, int32_t n_coupons,

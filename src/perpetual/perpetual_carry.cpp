@@ -4,10 +4,11 @@
 
 #include <cmath>
 
-#include "engine/carry.h"
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
 #include "engine/safe_math.h"
+#include "engine/carry.h"
+#include "k_bond.h"
 
 namespace kbond::perpetual {
 namespace {
@@ -18,7 +19,6 @@ constexpr int32_t kFullPeriod = engine::kFullPeriodInterest;
 constexpr int32_t kContinuous = engine::kContinuous;
 constexpr int32_t kReinvestCoupons = engine::kReinvestCoupons;
 constexpr int32_t kNoInterest = -1;
-constexpr int32_t kDateOrder = 160;
 
 // A coupon paid `t` years later is worth this much now.
 double discount(double rate, double t, int32_t mode) noexcept {
@@ -45,13 +45,13 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
     repo = engine::yield_convert(repo, f, 0.0, f, 0.0, &e1);
     reinvest = engine::yield_convert(reinvest, f, 0.0, f, 0.0, &e2);
     if (e1 || e2) {
-      *error = 1;
+      *error = KVL_ERR_INVALID;
       return -1.0;
     }
   }
   const int32_t end = terms.end_date;
   if (end <= g.settlement) {
-    *error = kDateOrder;
+    *error = KVL_ERR_DATE_ORDER;
     return -999.0;
   }
   // The bond as the forward buyer takes it (also checks the end date).
@@ -59,7 +59,7 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
   end_args.settlement = end;
   perpetual_desc at_end;
   if (perpetual_setup(end_args, at_end) != 0) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   const auto& e = at_end.grid;
@@ -102,7 +102,7 @@ double perpetual_carry(const perpetual_desc& desc, const perpetual_args& args,
   // A price or rate that is not a number (or too large to finance) leaves no
   // carry to report.
   if (!std::isfinite(carry)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return -1.0;
   }
   return carry;

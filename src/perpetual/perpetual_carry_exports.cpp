@@ -21,7 +21,7 @@ double reinvestment_rate(const double* given, double repo) {
 // Per 100 of face a finite carry can still overflow: error 1 and -1.0.
 double checked_amount(double amount, int32_t& error) {
   if (std::isfinite(amount)) return amount;
-  error = 1;
+  error = KVL_ERR_INVALID;
   return -1.0;
 }
 
@@ -80,7 +80,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpbirepo(
   if (!call.ok()) return -1.0;
   int32_t& err = call.error();
   if (forward_date <= settlement) {
-    err = 160;
+    err = KVL_ERR_DATE_ORDER;
     return -999.0;
   }
   const bool own_reinvestment = reinvestment && *reinvestment >= 0.0;

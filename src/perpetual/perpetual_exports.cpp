@@ -14,7 +14,6 @@ using kbond::perpetual::PerpetualCall;
 
 namespace {
 
-constexpr int32_t kBadPrice = 350;
 
 }  // namespace
 
@@ -35,7 +34,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLpbcpn(int32_t reference_date, int32_t s
   const int32_t date = kbond::dates::schedule_date(settlement, k ? *k : 0, g.months_per_period,
                                                    g.anchor, g.eom, nullptr);
   if (date < 1 || date < first_step) {
-    call.error() = 1;
+    call.error() = KVL_ERR_INVALID;
     return -1;
   }
   return date;
@@ -64,7 +63,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpbpr(const double* coupons, int32_t n_co
   // 100 c / y for a yield near zero (1e-300) is finite but overflows the
   // six-decimal rounding: as good as a zero yield.
   if (!std::isfinite(rounded)) {
-    call.error() = kbond::perpetual::kZeroYield;
+    call.error() = KVL_ERR_ZERO_DIVISOR;
     return -1.0;
   }
   return rounded;
@@ -125,11 +124,11 @@ extern "C" KVL_EXPORT double KVL_API KVLpbyld(const double* coupons, int32_t n_c
                      error);
   if (!call.ok()) return -1.0;
   if (!(price > 0.0) || !std::isfinite(price)) {
-    call.error() = kBadPrice;
+    call.error() = KVL_ERR_BAD_PRICE;
     return -1.0;
   }
   if (call.desc().convention == kbond::perpetual::Convention::kNone) {
-    call.error() = kbond::perpetual::kNoPriceFunction;
+    call.error() = KVL_ERR_OUT_OF_SET;
     return -1.0;
   }
   return kbond::perpetual::perpetual_yield(price, call.desc(), &call.error());

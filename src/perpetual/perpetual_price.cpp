@@ -6,6 +6,7 @@
 #include "engine/coupon_schedule.h"
 #include "engine/evaluator_common.h"
 #include "engine/solvers.h"
+#include "k_bond.h"
 
 namespace kbond::perpetual {
 namespace {
@@ -26,7 +27,7 @@ double perpetual_coupon(const perpetual_desc& d) noexcept {
 
 double perpetuity_formula(double y, const perpetual_desc& d, double* first, double* second,
                           int32_t* error) noexcept {
-  if (y == 0.0 || !std::isfinite(y)) return fail(error, kZeroYield);
+  if (y == 0.0 || !std::isfinite(y)) return fail(error, KVL_ERR_ZERO_DIVISOR);
   const double c = perpetual_coupon(d);
   if (first) *first = -(c / y) / y;
   if (second) *second = 2.0 * c / (y * y * y);
@@ -53,7 +54,7 @@ double explicit_sum(double y, const perpetual_desc& d, double* first, int32_t* e
   const auto& g = d.grid;
   const double f = g.frequency;
   const double base = 1.0 + y / f;
-  if (y == 0.0 || !(base > 0.0) || !std::isfinite(base)) return fail(error, kZeroYield);
+  if (y == 0.0 || !(base > 0.0) || !std::isfinite(base)) return fail(error, KVL_ERR_ZERO_DIVISOR);
   const double log_v = -std::log(base);
   const double t0 = engine::periods_to_next_coupon(g);
   const double nominal_t0 = f * g.tn;
@@ -89,7 +90,7 @@ double simple_first_period(double y, const perpetual_desc& d, double* first,
   const double t0 = engine::periods_to_next_coupon(g);
   const double simple = 1.0 + t0 * y / f;
   if (y == 0.0 || !(base > 0.0) || !std::isfinite(base) || simple == 0.0)
-    return fail(error, kZeroYield);
+    return fail(error, KVL_ERR_ZERO_DIVISOR);
   const double log_w = -std::log(base);
   // S = sum a_k w^k + c/y w^(N-1), w = 1 / (1 + y/f); dirty value = S / simple.
   double sum = 0.0, slope = 0.0;
@@ -119,7 +120,7 @@ double price_and_slope(double y, const perpetual_desc& d, double* first, double*
     case Convention::kSimpleFirstPeriod:
       return simple_first_period(y, d, first, error);
     default:
-      return fail(error, kNoPriceFunction);
+      return fail(error, KVL_ERR_OUT_OF_SET);
   }
 }
 
@@ -154,7 +155,7 @@ double perpetual_price(double yield, const perpetual_desc& desc, double* first_d
   // zero yield divides by zero.
   if (!std::isfinite(price) || (first_derivative && !std::isfinite(*first_derivative)) ||
       (second_derivative && !std::isfinite(*second_derivative)))
-    return fail(err, kZeroYield);
+    return fail(err, KVL_ERR_ZERO_DIVISOR);
   return price;
 }
 

@@ -18,9 +18,6 @@
 
 namespace kbond::perpetual {
 
-inline constexpr int32_t kZeroYield = 401;      // zero yield or 1 + y/f not positive
-inline constexpr int32_t kNoPriceFunction = 460;
-
 // Clean price per 100. `first_derivative` and `second_derivative` (may be
 // null) receive the derivatives by yield per unit of face; the second is a
 // central difference of the first (step 5e-6) except for the perpetuity

@@ -11,7 +11,6 @@ using kbond::perpetual::PerpetualCall;
 
 namespace {
 
-constexpr int32_t kBadScale = 310;
 constexpr double kMeasureFailure = -999.0;
 
 bool bad_scale(const double* scale) { return scale && !(*scale > 0.0); }
@@ -48,7 +47,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpbdur(const double* coupons, int32_t n_c
   if (call.error() != 0) return -1.0;
   const double dirty = dirty_value(price, bond);
   if (dirty == 0.0) {
-    call.error() = kbond::perpetual::kZeroYield;
+    call.error() = KVL_ERR_ZERO_DIVISOR;
     return -1.0;
   }
   const double modified = -slope / dirty;
@@ -79,7 +78,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpbconv(const double* coupons, int32_t n_
   if (call.error() != 0) return kMeasureFailure;
   const double dirty = dirty_value(price, bond);
   if (dirty == 0.0) {
-    call.error() = kbond::perpetual::kZeroYield;
+    call.error() = KVL_ERR_ZERO_DIVISOR;
     return kMeasureFailure;
   }
   return curvature / dirty;
@@ -98,7 +97,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpbvalbp(const double* coupons, int32_t n
   int32_t local = 0;
   int32_t* err = error ? error : &local;
   if (bad_scale(scale)) {
-    *err = kBadScale;
+    *err = KVL_ERR_BAD_SCALE;
     return kMeasureFailure;
   }
   PerpetualCall call(perpetual_arguments(coupons, n_coupons, reference_date, settlement,
@@ -106,13 +105,13 @@ extern "C" KVL_EXPORT double KVL_API KVLpbvalbp(const double* coupons, int32_t n
                                          ex_coupon_rule, calendar_flags, holidays, n_holidays,
                                          dated_date),
                      err);
-  if (!call.ok()) return *err == kbond::perpetual::kLockNotObtained ? kMeasureFailure : -1.0;
+  if (!call.ok()) return *err == KVL_ERR_LOCK ? kMeasureFailure : -1.0;
   double slope = 0.0;
   kbond::perpetual::perpetual_price(yield, call.desc(), &slope, nullptr, err);
   if (*err != 0) return kMeasureFailure;
   const double value = -slope / (scale ? *scale : 100.0);
   if (!std::isfinite(value)) {  // a denormal scale
-    *err = kbond::perpetual::kZeroYield;
+    *err = KVL_ERR_ZERO_DIVISOR;
     return kMeasureFailure;
   }
   return value;
@@ -129,7 +128,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpbval32(const double* coupons, int32_t n
                                                const int32_t* holidays, int32_t n_holidays,
                                                const int32_t* dated_date, int32_t* error) {
   if (bad_scale(ticks)) {
-    if (error) *error = kBadScale;
+    if (error) *error = KVL_ERR_BAD_SCALE;
     return kMeasureFailure;
   }
   const double per_point = ticks ? *ticks : 32.0;
@@ -141,7 +140,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpbval32(const double* coupons, int32_t n
   // tick size overflows: neither has a finite tick value.
   const double value = 1.0 / (value_of_bp * per_point);
   if (!std::isfinite(value)) {
-    if (error && *error == 0) *error = kbond::perpetual::kZeroYield;
+    if (error && *error == 0) *error = KVL_ERR_ZERO_DIVISOR;
     return kMeasureFailure;
   }
   return value;

@@ -1,6 +1,5 @@
-// The frame of every PIK export: the error code through the caller's
-// pointer (or a local), the custom-type lock for codes of 1000 and more,
-// pik_setup on the stack, and the rounding of results by base type.
+// The frame of every PIK export (the engine's call frame around pik_setup)
+// and the rounding of results by base type.
 //
 //   PikCall call(args, error);
 //   if (!call.ok()) return -1.0;
@@ -9,13 +8,10 @@
 #include <cmath>
 #include <cstdint>
 
-#include "engine/type_lock.h"
+#include "engine/call_frame.h"
 #include "pik/pik_desc.h"
 
 namespace kbond::pik {
-
-inline constexpr int32_t kLockNotObtained = -60;
-inline constexpr int32_t kInvalidDescription = 1;
 
 // The argument block in the order every PIK export takes it.
 inline pik_args pik_arguments(const double* cash_rates, int32_t n_cash, const double* pik_rates,
@@ -32,38 +28,12 @@ inline pik_args pik_arguments(const double* cash_rates, int32_t n_cash, const do
                   holiday_options, holidays,   n_holidays};
 }
 
-class PikCall {
- public:
-  PikCall(const pik_args& args, int32_t* error) noexcept
-      : error_(error ? error : &local_error_), lock_(args.type) {
-    *error_ = 0;
-    if (lock_.failed()) {
-      *error_ = kLockNotObtained;
-      return;
-    }
-    if (pik_setup(args, desc_) != 0) {
-      *error_ = kInvalidDescription;
-      return;
-    }
-    // Nothing of a type's conventions is read after set-up.
-    lock_.release();
-    ready_ = true;
-  }
-
-  PikCall(const PikCall&) = delete;
-  PikCall& operator=(const PikCall&) = delete;
-
-  bool ok() const noexcept { return ready_; }
-  const pik_desc& desc() const noexcept { return desc_; }
-  int32_t& error() noexcept { return *error_; }
-
- private:
-  int32_t local_error_ = 0;
-  int32_t* error_;
-  engine::TypeReadGuard lock_;
-  pik_desc desc_;
-  bool ready_ = false;
-};
+// Nothing of a type's conventions is read after set-up, and the family
+// documents no set-up codes finer than KVL_ERR_INVALID. The description
+// borrows the caller's arrays: nothing to release.
+using PikCall = engine::CallFrame<pik_args, pik_desc,
+                                  engine::constructed_then<pik_setup, pik_args, pik_desc>, nullptr,
+                                  engine::LockLifetime::kSetUpOnly, engine::SetUpError::kInvalid>;
 
 // U.S. Treasury prices to six decimals; corporate prices cleaned at the
 // eighth decimal and truncated to three; other types unrounded.

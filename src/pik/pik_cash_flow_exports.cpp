@@ -10,7 +10,6 @@ using kbond::pik::PikCall;
 
 namespace {
 
-constexpr int32_t kNoMemory = -50;
 
 template <class T>
 T* allocate_column(T** out, int32_t rows, bool* failed) {
@@ -50,7 +49,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLpikcshflw(
   const auto& pik = call.desc();
   const int32_t rows = pik.remaining_periods();
   if (rows < 1) {
-    call.error() = kbond::pik::kInvalidDescription;
+    call.error() = KVL_ERR_INVALID;
     return 0;
   }
   bool failed = false;
@@ -63,7 +62,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLpikcshflw(
     release_column(coupons_out);
     release_column(principal_out);
     release_column(periods_out);
-    call.error() = kNoMemory;
+    call.error() = KVL_ERR_NO_MEMORY;
     return 0;
   }
   int32_t row = 0;

@@ -13,7 +13,6 @@ using kbond::pik::PikCall;
 
 namespace {
 
-constexpr int32_t kBadPrice = 460;
 constexpr double kSolverFailure = -999.0;
 constexpr double kTolerance = 1e-6;
 constexpr int kMaxIterations = 64;
@@ -26,7 +25,7 @@ double single_period_yield(double price, const pik_desc& pik, int32_t& err) {
   if (ratio - 1.0 == 0.0) return 0.0;
   const double t = kbond::pik::single_period_time(pik);
   if (t == 0.0) {
-    err = kBadPrice;
+    err = KVL_ERR_OUT_OF_SET;
     return -1.0;
   }
   const double yield = (ratio - 1.0) / t;
@@ -34,7 +33,7 @@ double single_period_yield(double price, const pik_desc& pik, int32_t& err) {
   // usable yield: none is anywhere near 1e100 (and the eight-decimal
   // rounding of type 0 would overflow well before an infinity).
   if (!kbond::engine::plausible_magnitude(yield)) {
-    err = kBadPrice;
+    err = KVL_ERR_OUT_OF_SET;
     return -1.0;
   }
   return yield;
@@ -92,8 +91,10 @@ extern "C" KVL_EXPORT double KVL_API KVLpikyld(
                error);
   if (!call.ok()) return -1.0;
   int32_t& err = call.error();
+  // PIK refuses a price that is not positive as a value outside its set
+  // (460), not with the 350 of the other families.
   if (!(price > 0.0) || !std::isfinite(price)) {
-    err = kBadPrice;
+    err = KVL_ERR_OUT_OF_SET;
     return -1.0;
   }
   const pik_desc& pik = call.desc();

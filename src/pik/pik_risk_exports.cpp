@@ -10,7 +10,6 @@ using kbond::pik::PikCall;
 
 namespace {
 
-constexpr int32_t kBadScale = 310;
 constexpr double kMeasureFailure = -999.0;
 
 bool bad_scale(const double* scale) { return scale && !(*scale > 0.0); }
@@ -37,7 +36,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpikdur(
   if (err != 0) return -1.0;
   const double dirty = price * 0.01 + pik.accrued;
   if (dirty == 0.0 || !std::isfinite(dirty)) {
-    err = kbond::pik::kZeroDenominator;
+    err = KVL_ERR_ZERO_DIVISOR;
     return -1.0;
   }
   const double modified = -slope / dirty;
@@ -55,7 +54,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpikvalbp(
   int32_t local = 0;
   int32_t* err = error ? error : &local;
   if (bad_scale(scale)) {
-    *err = kBadScale;
+    *err = KVL_ERR_BAD_SCALE;
     return kMeasureFailure;
   }
   PikCall call(kbond::pik::pik_arguments(cash_rates, n_cash, pik_rates, n_pik, dates, n_dates,
@@ -63,13 +62,13 @@ extern "C" KVL_EXPORT double KVL_API KVLpikvalbp(
                                          redemption, call_date, pay_on_business_day,
                                          holiday_options, holidays, n_holidays),
                err);
-  if (!call.ok()) return *err == kbond::pik::kLockNotObtained ? kMeasureFailure : -1.0;
+  if (!call.ok()) return *err == KVL_ERR_LOCK ? kMeasureFailure : -1.0;
   double slope = 0.0;
   kbond::pik::pik_price(yield, call.desc(), &slope, err);
   if (*err != 0) return kMeasureFailure;
   const double value = -slope / (scale ? *scale : 100.0);
   if (!std::isfinite(value)) {  // a denormal scale
-    *err = kbond::pik::kZeroDenominator;
+    *err = KVL_ERR_ZERO_DIVISOR;
     return kMeasureFailure;
   }
   return value;
@@ -83,7 +82,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpikval32(
     const double* ticks, const int32_t* pay_on_business_day, const int32_t* holiday_options,
     const int32_t* holidays, int32_t n_holidays, int32_t* error) {
   if (bad_scale(ticks)) {
-    if (error) *error = kBadScale;
+    if (error) *error = KVL_ERR_BAD_SCALE;
     return kMeasureFailure;
   }
   const double per_point = ticks ? *ticks : 32.0;
@@ -95,7 +94,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpikval32(
   // over time) or a denormal tick size leaves no finite tick value.
   const double value = 1.0 / (value_of_bp * per_point);
   if (!std::isfinite(value)) {
-    if (error && *error == 0) *error = kbond::pik::kZeroDenominator;
+    if (error && *error == 0) *error = KVL_ERR_ZERO_DIVISOR;
     return kMeasureFailure;
   }
   return value;
