@@ -33,14 +33,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbai1(
   // The accrued interest is complete after set-up.
   call.release_lock();
   const auto& bond = call.desc();
-  switch (bond.type) {
-    case 81:  // French OATs: accrued interest to five decimals of face
-      return kbond::engine::round_to(bond.accrued, 5) * 100.0;
-    case 290:  // Portuguese bonds: six decimals of face
-      return kbond::engine::round_to(bond.accrued, 6) * 100.0;
-    default:
-      return bond.accrued * 100.0;
-  }
+  return kbond::engine::accrued_per_100(bond.accrued, bond.type);
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbai(

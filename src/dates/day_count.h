@@ -34,6 +34,17 @@ inline double year_basis(int32_t period_start, int32_t period_end, int32_t frequ
   }
 }
 
+// Codes whose year has 365 days: 30/365, act/365, 30E/365, their February
+// variants, 30E+/365 and the Japanese act/365 (those year_basis counts 365
+// days for). After the ex-dividend date such a bond owes the buyer the days
+// left to the coupon over 365 rather than the rest of the coupon.
+constexpr bool has_365_day_year(int32_t code) noexcept {
+  switch (code) {
+    case 3: case 5: case 6: case 8: case 10: case 12: case 13: return true;
+    default: return false;
+  }
+}
+
 double year_fraction(int32_t start, int32_t end, int32_t code) noexcept;
 
 // The date n convention days after `date`; 0 for codes it cannot serve.

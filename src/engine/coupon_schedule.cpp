@@ -127,7 +127,7 @@ int32_t compute_period_fractions(bond_desc& desc) noexcept {
       if (!usable(bq) || !usable(ba) || !usable(bs)) return 1;
       if (dc_c == 0) {
         cf = (q1 - ps) * per_year / bq - r1;
-      } else if (desc.type == 200 && dc_c == 5) {
+      } else if (long_first_coupon_in_years(desc.type) && dc_c == 5) {
         cf = dates::year_fraction(ps, q1, 5) * per_year - r1;
       } else {
         cf = days(ps, nc, dc_c) * per_year / bq;

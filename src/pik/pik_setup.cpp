@@ -18,20 +18,6 @@ namespace {
 
 constexpr int32_t kInvalid = 1;
 
-bool is_pik_type(int32_t base) noexcept {
-  switch (base) {
-    case 0:    // U.S. Treasury conventions
-    case 3:    // corporate bond, 30/360
-    case 500:  // generic bonds, differing only by their accrued day count
-    case 510:
-    case 530:
-    case 540:
-      return true;
-    default:
-      return false;
-  }
-}
-
 bool finite_rates(const double* rates, int32_t count) noexcept {
   if (!rates || count < 1) return false;
   for (int32_t i = 0; i < count; ++i) {
@@ -56,7 +42,7 @@ bool read_type(const pik_args& a, int32_t* base) noexcept {
   // Custom codes are never PIK types; refusing them here needs no lock.
   if (*a.type < 0 || *a.type >= 1000) return false;
   *base = engine::bond_type_base(*a.type);
-  return is_pik_type(*base);
+  return engine::is_pik_type(*base);
 }
 
 double largest_magnitude(const double* rates, int32_t count) noexcept {
