@@ -17,12 +17,11 @@
 #include "engine/bond_desc.h"
 #include "engine/coupon_schedule.h"
 #include "engine/safe_math.h"
+#include "k_bond.h"
 
 namespace kbond::engine {
 
-inline constexpr int32_t kZeroDenominator = 401;  // a pricing denominator vanished
 inline constexpr double kZeroDenominatorPrice = -100.0;
-inline constexpr int32_t kRefusedShape = 1;      // bond shape an evaluator cannot price
 inline constexpr double kRefusedShapePrice = -999.9;
 inline constexpr double kPerDay360 = 0.002777777777777778;      // 1 / 360
 inline constexpr double kPerDay365 = 0.0027397260273972603;     // 1 / 365
@@ -146,7 +145,7 @@ double finish_price(const bond_desc& desc, double dirty, double dirty_derivative
 
 // Error 401 with its failure price.
 inline double zero_denominator(int32_t* error) noexcept {
-  *error = kZeroDenominator;
+  *error = KVL_ERR_ZERO_DIVISOR;
   return kZeroDenominatorPrice;
 }
 

@@ -12,15 +12,16 @@
 #include "dates/month_arithmetic.h"
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
+#include "engine/period_fractions.h"
 #include "engine/evaluator_common.h"
 #include "perpetual/perpetual_desc.h"
 #include "engine/safe_math.h"
 #include "engine/setup_steps.h"
+#include "k_bond.h"
 
 namespace kbond::perpetual {
 namespace {
 
-constexpr int32_t kInvalid = 1;
 constexpr int32_t kYearsValuedOneByOne = 100;
 
 bool read_rates_and_steps(const perpetual_args& a, perpetual_desc& d) noexcept {
@@ -179,11 +180,11 @@ double rate_on(const perpetual_desc& d, int32_t date) noexcept {
 int32_t perpetual_setup(const perpetual_args& a, perpetual_desc& d) noexcept {
   d = perpetual_desc{};
   if (!read_rates_and_steps(a, d) || !read_conventions(a, d) || !place_period(a, d))
-    return kInvalid;
+    return KVL_ERR_INVALID;
   auto& g = d.grid;
   g.accrual_basis = engine::bond_type_accrual_basis(g.type, g.settlement, g.period_start, g.eom);
-  if (g.accrual_basis < 0) return kInvalid;
-  if (engine::compute_period_fractions(g) != 0) return kInvalid;
+  if (g.accrual_basis < 0) return KVL_ERR_INVALID;
+  if (engine::compute_period_fractions(g) != 0) return KVL_ERR_INVALID;
   compute_accrued(d);
   d.convention = choose_convention(d);
   d.day_exponents = engine::perpetual_day_exponents(g.type, g.accrual_basis);

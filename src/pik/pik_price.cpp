@@ -8,12 +8,13 @@
 #include "dates/day_count.h"
 #include "engine/evaluator_common.h"
 #include "engine/safe_math.h"
+#include "k_bond.h"
 
 namespace kbond::pik {
 namespace {
 
 double zero_denominator(int32_t* error) noexcept {
-  *error = kZeroDenominator;
+  *error = KVL_ERR_ZERO_DIVISOR;
   return kZeroDenominatorPrice;
 }
 
