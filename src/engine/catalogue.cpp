@@ -4,6 +4,7 @@
 // A date argument of 0 means "no date": the convention in force today.
 #include "engine/catalogue.h"
 
+#include "dates/day_count.h"
 #include "engine/catalogue_table.h"
 
 namespace kbond::engine {
@@ -27,7 +28,7 @@ int32_t resolve(const DatedCode& code, int32_t settlement, int32_t period_start)
 
 // 30/360 accrues with the U.S. February rule when the bond keeps to month ends.
 int32_t with_month_end_rule(int32_t code, int32_t eom) noexcept {
-  return (code == 1 && eom != 0) ? 7 : code;
+  return (code == dates::k30_360 && eom != 0) ? dates::k30_360Feb : code;
 }
 
 }  // namespace

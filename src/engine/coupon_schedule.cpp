@@ -2,6 +2,7 @@
 // counts its period fractions are measured in.
 #include "engine/coupon_schedule.h"
 
+#include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
 #include "engine/catalogue.h"
 
@@ -25,7 +26,7 @@ int32_t coupon_day_count(const bond_desc& desc) noexcept {
 }
 
 int32_t discount_day_count(const bond_desc& desc) noexcept {
-  return desc.yield_method_arg == -6 ? 0 : desc.accrual_basis;
+  return desc.yield_method_arg == -6 ? dates::kActAct : desc.accrual_basis;
 }
 
 }  // namespace kbond::engine

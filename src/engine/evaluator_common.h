@@ -115,7 +115,7 @@ int32_t payment_date(const bond_desc& desc, int32_t date) noexcept;
 // Japanese act/365 (13), whose move counts as a shift of the nominal
 // exponent as under the other day counts.
 inline bool counts_payment_days_over_365(int32_t code) noexcept {
-  return dates::has_365_day_year(code) && code != 13;
+  return dates::has_365_day_year(code) && code != dates::kAct365Japanese;
 }
 
 // Discounting exponent in periods of a payment due on `date` whose nominal

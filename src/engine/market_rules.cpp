@@ -62,12 +62,14 @@ bool bond_type_adjust_accrual_days(double* days, int32_t base, int32_t settlemen
     *days += slot->accrual_days;
     changed = true;
   }
-  if (slot->canadian_cap != 0) changed = apply_canadian_cap(days, regular_period, frequency) || changed;
+  if (slot->canadian_cap != 0)
+    changed = apply_canadian_cap(days, regular_period, frequency) || changed;
   return changed;
 }
 
 int32_t apply_danish_rule(int32_t code, int32_t settlement) noexcept {
-  if ((code == 302 || code == 303) && !before_change_day(settlement, kSerial8Feb2001)) return code - 2;
+  if ((code == 302 || code == 303) && !before_change_day(settlement, kSerial8Feb2001))
+    return code - 2;
   return code;
 }
 

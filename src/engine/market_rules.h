@@ -27,6 +27,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "dates/day_count.h"
 #include "engine/safe_math.h"
 
 namespace kbond::engine {
@@ -186,10 +187,10 @@ constexpr SinglePeriodConventions single_period_conventions(int32_t base,
                                                             int32_t accrual_basis) noexcept {
   switch (base) {
     case 22:
-      return {20, 5};
+      return {20, dates::kAct365};
     case 220:
     case 380:
-      return {base, 5};
+      return {base, dates::kAct365};
     default:
       return {base, accrual_basis};
   }
@@ -258,7 +259,7 @@ constexpr bool pays_maturity_on_spanish_calendar(int32_t base, int32_t settlemen
 // straight-bond pricing counts in actual days: a Colombian perpetual is
 // valued in whole periods.
 constexpr bool perpetual_day_exponents(int32_t base, int32_t accrual_basis) noexcept {
-  if (accrual_basis != 5) return false;
+  if (accrual_basis != dates::kAct365) return false;
   switch (base) {
     case 280:
     case 281:

@@ -47,7 +47,7 @@ int32_t compute_period_fractions(bond_desc& desc) noexcept {
   const int32_t s = desc.settlement;
   // The 30/360 families measure the time to the next coupon as the period
   // less the part already run, so that 30/360 months add up to a period.
-  const bool thirty_360 = dc_a == 1 || dc_a == 7;
+  const bool thirty_360 = dc_a == dates::k30_360 || dc_a == dates::k30_360Feb;
   auto time_to_next_from_start = [&](double basis_a) {
     return thirty_360 ? (days(ps, nc, dc_a) - days(ps, s, dc_a)) / basis_a
                       : days(s, nc, dc_a) / basis_a;
@@ -75,7 +75,7 @@ int32_t compute_period_fractions(bond_desc& desc) noexcept {
         ba = dates::year_basis(q0, q1, f, dc_a);
         b = dates::year_basis(q0, q1, f, dc_c);
         if (!usable(ba) || !usable(b)) return 1;
-        tn = dc_a != 0 ? days(s, nc, dc_a) / ba : (q1 - s) / ba - r / per_year;
+        tn = dc_a != dates::kActAct ? days(s, nc, dc_a) / ba : (q1 - s) / ba - r / per_year;
         ay = 0.0;
       }
       break;
@@ -105,20 +105,20 @@ int32_t compute_period_fractions(bond_desc& desc) noexcept {
       ba = dates::year_basis(s0, s1, f, dc_a);
       const double bs = dates::year_basis(s0, s1, f, dc_c);
       if (!usable(bq) || !usable(ba) || !usable(bs)) return 1;
-      if (dc_c == 0) {
+      if (dc_c == dates::kActAct) {
         cf = (q1 - ps) * per_year / bq - r1;
-      } else if (long_first_coupon_in_years(desc.type) && dc_c == 5) {
-        cf = dates::year_fraction(ps, q1, 5) * per_year - r1;
+      } else if (long_first_coupon_in_years(desc.type) && dc_c == dates::kAct365) {
+        cf = dates::year_fraction(ps, q1, dates::kAct365) * per_year - r1;
       } else {
         cf = days(ps, nc, dc_c) * per_year / bq;
       }
-      if (dc_a == 0) {
+      if (dc_a == dates::kActAct) {
         tn = (s1 - s) / ba - r2 / per_year;
       } else {
         tn = time_to_next_from_start(ba);
       }
       b = bq;
-      if (dc_c == 0 && s > q1) {
+      if (dc_c == dates::kActAct && s > q1) {
         // Actual/actual accrues each quasi-period over its own length.
         ay = (q1 - ps) / bq + (r2 - r1 - 1) / per_year + (s - s0) / bs;
         b = bs;

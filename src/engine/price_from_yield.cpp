@@ -8,6 +8,7 @@
 // actual/365 exponents, chained simple interest or a delayed maturity.
 #include "engine/price_from_yield.h"
 
+#include "dates/day_count.h"
 #include "engine/catalogue.h"
 #include "engine/evaluators.h"
 
@@ -71,12 +72,12 @@ int32_t final_period_method(const bond_desc& desc) noexcept {
       return simple_final ? kSimpleFinalPeriod : kActual365Exponents;
     case FinalPeriodRule::kSpanish:
       if (within_spanish_simple && simple_final) return kChainedSimple;
-      if (desc.accrual_basis == 5) return kActual365Exponents;
+      if (desc.accrual_basis == dates::kAct365) return kActual365Exponents;
       if (!pays_maturity_on_spanish_calendar(desc.type, desc.settlement)) return kWholePeriods;
       return desc.yield_method_arg != 1 ? kDelayedMaturity : kWholePeriods;
     case FinalPeriodRule::kSpanishPreEmu:
       if (within_spanish_simple && simple_final) return kChainedSimple;
-      return desc.accrual_basis == 5 ? kActual365Exponents : kWholePeriods;
+      return desc.accrual_basis == dates::kAct365 ? kActual365Exponents : kWholePeriods;
     case FinalPeriodRule::kStandard:
       break;
   }
