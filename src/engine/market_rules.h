@@ -57,33 +57,23 @@ enum class Quotation : int8_t {
 
 constexpr Quotation quotation(int32_t base) noexcept {
   switch (base) {
-    case 0:
-    case 1:
-      return Quotation::kUSGovernment;
-    case 2:
-    case 3:
-    case 16:
-      return Quotation::kMunicipal;
-    case 380:
-      return Quotation::kSouthAfrican;
-    default:
-      return Quotation::kAsComputed;
+    case 0: case 1: return Quotation::kUSGovernment;
+    case 2: case 3: case 16: return Quotation::kMunicipal;
+    case 380: return Quotation::kSouthAfrican;
+    default: return Quotation::kAsComputed;
   }
 }
 
 inline double round_price_by_type(double price, int32_t base) noexcept {
   switch (quotation(base)) {
-    case Quotation::kUSGovernment:
-      return std::floor(price * 1e6 + 0.5) * 1e-6;
+    case Quotation::kUSGovernment: return std::floor(price * 1e6 + 0.5) * 1e-6;
     case Quotation::kMunicipal:
       // Divisions, not products with 1e-5 and 0.001: those are not exact in
       // binary and a whole number of thousandths would lose one thousandth
       // to the truncation (-1.0 became -1.001).
       return std::floor(std::floor(price * 1e8 + 0.5) / 1e5) / 1000.0;
-    case Quotation::kSouthAfrican:
-      return std::floor(price * 100000.0 + 0.5) * 1e-5;
-    case Quotation::kAsComputed:
-      break;
+    case Quotation::kSouthAfrican: return std::floor(price * 100000.0 + 0.5) * 1e-5;
+    case Quotation::kAsComputed: break;
   }
   return price;
 }
@@ -92,14 +82,10 @@ inline double round_price_by_type(double price, int32_t base) noexcept {
 // exact; multiplying by its reciprocal does not.
 inline double round_yield_by_type(double yield, int32_t base) noexcept {
   switch (quotation(base)) {
-    case Quotation::kUSGovernment:
-      return std::floor(yield * 1e8 + 0.5) / 1e8;
-    case Quotation::kMunicipal:
-      return std::floor(yield * 1e5 + 0.5) / 1e5;
-    case Quotation::kSouthAfrican:
-      return std::floor(yield * 1e7 + 0.5) / 1e7;
-    case Quotation::kAsComputed:
-      break;
+    case Quotation::kUSGovernment: return std::floor(yield * 1e8 + 0.5) / 1e8;
+    case Quotation::kMunicipal: return std::floor(yield * 1e5 + 0.5) / 1e5;
+    case Quotation::kSouthAfrican: return std::floor(yield * 1e7 + 0.5) / 1e7;
+    case Quotation::kAsComputed: break;
   }
   return yield;
 }
@@ -116,12 +102,9 @@ inline double round_pik_price(double price, int32_t base) noexcept {
 
 inline double round_pik_yield(double yield, int32_t base) noexcept {
   switch (quotation(base)) {
-    case Quotation::kUSGovernment:
-      return std::floor(yield * 1e8 + 0.5) * 1e-8;
-    case Quotation::kMunicipal:
-      return std::floor(yield * 100000.0 + 0.5) * 1e-5;
-    default:
-      return round_yield_by_type(yield, base);
+    case Quotation::kUSGovernment: return std::floor(yield * 1e8 + 0.5) * 1e-8;
+    case Quotation::kMunicipal: return std::floor(yield * 100000.0 + 0.5) * 1e-5;
+    default: return round_yield_by_type(yield, base);
   }
 }
 
@@ -129,12 +112,9 @@ inline double round_pik_yield(double yield, int32_t base) noexcept {
 // French OATs to five decimals of face, Portuguese bonds to six.
 inline double accrued_per_100(double accrued, int32_t base) noexcept {
   switch (base) {
-    case 81:
-      return round_to(accrued, 5) * 100.0;
-    case 290:
-      return round_to(accrued, 6) * 100.0;
-    default:
-      return accrued * 100.0;
+    case 81: return round_to(accrued, 5) * 100.0;
+    case 290: return round_to(accrued, 6) * 100.0;
+    default: return accrued * 100.0;
   }
 }
 
@@ -163,16 +143,9 @@ enum class DiscountTax : int8_t { kNone, kWholeLife, kLifeBefore1997 };
 
 constexpr DiscountTax discount_tax_rule(int32_t base) noexcept {
   switch (base) {
-    case 264:
-    case 266:
-      return DiscountTax::kWholeLife;
-    case 260:
-    case 261:
-    case 268:
-    case 270:
-      return DiscountTax::kLifeBefore1997;
-    default:
-      return DiscountTax::kNone;
+    case 264: case 266: return DiscountTax::kWholeLife;
+    case 260: case 261: case 268: case 270: return DiscountTax::kLifeBefore1997;
+    default: return DiscountTax::kNone;
   }
 }
 
@@ -186,13 +159,9 @@ struct SinglePeriodConventions {
 constexpr SinglePeriodConventions single_period_conventions(int32_t base,
                                                             int32_t accrual_basis) noexcept {
   switch (base) {
-    case 22:
-      return {20, dates::kAct365};
-    case 220:
-    case 380:
-      return {base, dates::kAct365};
-    default:
-      return {base, accrual_basis};
+    case 22: return {20, dates::kAct365};
+    case 220: case 380: return {base, dates::kAct365};
+    default: return {base, accrual_basis};
   }
 }
 
@@ -230,17 +199,10 @@ enum class FinalPeriodRule : int8_t {
 
 constexpr FinalPeriodRule final_period_rule(int32_t base) noexcept {
   switch (base) {
-    case 370:
-    case 700:
-      return FinalPeriodRule::kActualDays;
-    case 280:
-    case 281:
-      return FinalPeriodRule::kSpanish;
-    case 284:
-    case 286:
-      return FinalPeriodRule::kSpanishPreEmu;
-    default:
-      return FinalPeriodRule::kStandard;
+    case 370: case 700: return FinalPeriodRule::kActualDays;
+    case 280: case 281: return FinalPeriodRule::kSpanish;
+    case 284: case 286: return FinalPeriodRule::kSpanishPreEmu;
+    default: return FinalPeriodRule::kStandard;
   }
 }
 
@@ -261,14 +223,8 @@ constexpr bool pays_maturity_on_spanish_calendar(int32_t base, int32_t settlemen
 constexpr bool perpetual_day_exponents(int32_t base, int32_t accrual_basis) noexcept {
   if (accrual_basis != dates::kAct365) return false;
   switch (base) {
-    case 280:
-    case 281:
-    case 284:
-    case 286:
-    case 700:
-      return true;
-    default:
-      return false;
+    case 280: case 281: case 284: case 286: case 700: return true;
+    default: return false;
   }
 }
 
@@ -276,15 +232,8 @@ constexpr bool perpetual_day_exponents(int32_t base, int32_t accrual_basis) noex
 // generic bonds that differ only by their accrued day count.
 constexpr bool is_pik_type(int32_t base) noexcept {
   switch (base) {
-    case 0:
-    case 3:
-    case 500:
-    case 510:
-    case 530:
-    case 540:
-      return true;
-    default:
-      return false;
+    case 0: case 3: case 500: case 510: case 530: case 540: return true;
+    default: return false;
   }
 }
 
