@@ -16,8 +16,8 @@
 #include "engine/bond_desc.h"
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
-#include "engine/period_fractions.h"
 #include "engine/custom_types.h"
+#include "engine/period_fractions.h"
 #include "engine/safe_math.h"
 #include "engine/setup_steps.h"
 

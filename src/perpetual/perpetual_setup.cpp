@@ -8,16 +8,14 @@
 #include <cstdint>
 
 #include "dates/date_serial.h"
-#include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
 #include "engine/period_fractions.h"
-#include "engine/evaluator_common.h"
-#include "perpetual/perpetual_desc.h"
 #include "engine/safe_math.h"
 #include "engine/setup_steps.h"
 #include "k_bond.h"
+#include "perpetual/perpetual_desc.h"
 
 namespace kbond::perpetual {
 namespace {

@@ -10,9 +10,9 @@
 
 #include "dates/date_serial.h"
 #include "engine/catalogue.h"
-#include "pik/pik_desc.h"
 #include "engine/safe_math.h"
 #include "k_bond.h"
+#include "pik/pik_desc.h"
 
 namespace kbond::pik {
 namespace {
