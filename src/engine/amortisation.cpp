@@ -5,7 +5,7 @@
 
 #include "dates/date_serial.h"
 #include "dates/month_arithmetic.h"
-#include "engine/bond_desc.h"
+#include "engine/amortisation.h"
 #include "engine/coupon_schedule.h"
 
 namespace kbond::engine {

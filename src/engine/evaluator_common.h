@@ -14,6 +14,7 @@
 #include <cstdint>
 
 #include "dates/day_count.h"
+#include "engine/amortisation.h"
 #include "engine/bond_desc.h"
 #include "engine/coupon_schedule.h"
 #include "engine/safe_math.h"
