@@ -43,13 +43,13 @@ bool well_formed(const bond_args& a) noexcept {
          present_if_counted(a.frequency, a.n_frequency) && a.n_holidays >= 0 &&
          (!amortises || (present_if_counted(a.sink_dates, a.n_sink) &&
                          present_if_counted(a.sink_ends, a.n_sink_ends))) &&
-         valid_date(a.settlement);
+         dates::valid_serial(a.settlement);
 }
 
 // An optional date argument: absent (NULL or 0) gives 0.
 bool read_optional_date(const int32_t* p, int32_t* out) noexcept {
   *out = p ? *p : 0;
-  return *out == 0 || valid_date(*out);
+  return *out == 0 || dates::valid_serial(*out);
 }
 
 bool read_optional_double(const double* p, double fallback, double* out) noexcept {
@@ -70,7 +70,7 @@ bool read_coupons(const bond_args& a, bond_desc& d) noexcept {
     if (rate ? !plausible_magnitude(a.coupons[i]) : !std::isfinite(a.coupons[i])) return false;
   }
   for (int32_t i = 0; i < n; ++i) {
-    if (!valid_date(a.dates[i]) || (i > 0 && a.dates[i] <= a.dates[i - 1])) return false;
+    if (!dates::valid_serial(a.dates[i]) || (i > 0 && a.dates[i] <= a.dates[i - 1])) return false;
   }
   d.n_coupons = 0;
   d.redemption_ratio = 1.0;

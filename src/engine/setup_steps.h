@@ -1,5 +1,5 @@
 // Steps of bond_setup that the set-ups of other bond families share: the
-// checks of dates and frequencies, the bond type and its coupon frequency,
+// check of coupon frequencies, the bond type and its coupon frequency,
 // the business-day calendar, the end-of-month rule a grid anchor settles,
 // and the accrued interest with its ex-dividend sign. Each fills fields of a
 // `bond_desc` as bond_setup does; all live in bond_setup.cpp.
@@ -14,8 +14,6 @@
 #include "engine/bond_desc.h"
 
 namespace kbond::engine {
-
-inline bool valid_date(int32_t d) noexcept { return d >= 1 && d <= dates::kMaxSerial; }
 
 inline bool valid_frequency(int32_t f) noexcept {
   return f == 1 || f == 2 || f == 3 || f == 4 || f == 6 || f == 12;

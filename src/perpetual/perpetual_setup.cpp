@@ -32,7 +32,7 @@ bool read_rates_and_steps(const perpetual_args& a, perpetual_desc& d) noexcept {
     if (!engine::plausible_magnitude(a.coupons[i])) return false;
   }
   for (int32_t i = 0; i < a.n_steps; ++i) {
-    if (!engine::valid_date(a.step_dates[i]) || (i > 0 && a.step_dates[i] <= a.step_dates[i - 1]))
+    if (!dates::valid_serial(a.step_dates[i]) || (i > 0 && a.step_dates[i] <= a.step_dates[i - 1]))
       return false;
   }
   d.grid.coupons = a.coupons;
@@ -90,8 +90,8 @@ bool place_period(const perpetual_args& a, perpetual_desc& d) noexcept {
   auto& g = d.grid;
   const int32_t s = a.settlement;
   const int32_t dated = a.dated_date ? *a.dated_date : 0;
-  if (!engine::valid_date(s) || !engine::valid_date(a.reference_date) ||
-      (dated != 0 && !engine::valid_date(dated)))
+  if (!dates::valid_serial(s) || !dates::valid_serial(a.reference_date) ||
+      (dated != 0 && !dates::valid_serial(dated)))
     return false;
   g.settlement = s;
   g.anchor = a.reference_date;
