@@ -43,21 +43,11 @@ bool read_rates_and_steps(const perpetual_args& a, perpetual_desc& d) noexcept {
   return true;
 }
 
-// The yield-method overrides are kept; any other nonzero value asks for
-// payment on business days.
+// The yield-method overrides -1 to -4 and -6 are kept (the perpetual family
+// has none for -5); any other nonzero value asks for payment on business days.
 int32_t normalise_ex_coupon_rule(const int32_t* rule) noexcept {
   const int32_t r = rule ? *rule : 0;
-  switch (r) {
-    case 0:
-    case -1:
-    case -2:
-    case -3:
-    case -4:
-    case -6:
-      return r;
-    default:
-      return 1;
-  }
+  return (r <= 0 && r >= -6 && r != -5) ? r : 1;
 }
 
 bool read_conventions(const perpetual_args& a, perpetual_desc& d) noexcept {
