@@ -5,6 +5,7 @@
 # library as users consume it, then the Windows DLL checks and kits.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+bash scripts/check_type_branches.sh   # market conventions only in the catalogue and its rules
 bash scripts/install_deps.sh
 jobs=${KBOND_JOBS:-2}
 

@@ -1,27 +1,10 @@
 // KVLbai1 and KVLbai: accrued interest of a straight bond at settlement.
-#include "bond/quoted_accrued.h"
 #include "engine/call_frame.h"
-#include "engine/catalogue.h"
-#include "engine/safe_math.h"
+#include "engine/market_rules.h"
 #include "k_bond.h"
 
 using kbond::engine::bond_args;
 using kbond::engine::BondSetUpCall;
-
-namespace kbond::bond {
-
-double quoted_accrued(const engine::bond_desc& bond) noexcept {
-  switch (bond.type) {
-    case 81:  // French OATs: accrued interest to five decimals of face
-      return kbond::engine::round_to(bond.accrued, 5) * 100.0;
-    case 290:  // Portuguese bonds: six decimals of face
-      return kbond::engine::round_to(bond.accrued, 6) * 100.0;
-    default:
-      return bond.accrued * 100.0;
-  }
-}
-
-}  // namespace kbond::bond
 
 extern "C" KVL_EXPORT double KVL_API KVLbai1(
     const double* coupons, int32_t n_coupons, const int32_t* dates, int32_t n_dates,
@@ -46,7 +29,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbai1(
                        .exdiv_days = exdiv_days};
   BondSetUpCall call(args, error);
   if (!call.ok()) return -1.0;
-  return kbond::bond::quoted_accrued(call.desc());
+  return kbond::engine::accrued_per_100(call.desc().accrued, call.desc().type);
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbai(

@@ -24,9 +24,7 @@ int32_t date_after_years(const kbond::engine::bond_desc& bond, double years) noe
   const int32_t whole = static_cast<int32_t>(std::floor(years));
   const int32_t start = kbond::dates::add_months(bond.settlement, 12 * whole, bond.eom);
   const int32_t next_year = kbond::dates::add_months(start, 12, bond.eom);
-  int32_t code = bond.accrual_basis;
-  // The Japanese act/365 counts days as act/365 does, but for 29 February.
-  if (code == 13) code = 5;
+  const int32_t code = bond.accrual_basis;
   const double basis = kbond::dates::year_basis(start, next_year, 1, code);
   const int32_t days =
       static_cast<int32_t>(std::floor((years - whole) * (basis > 0.0 ? basis : 365.0) + 0.5));

@@ -6,9 +6,9 @@
 #include <new>
 
 #include "engine/cash_flow_walk.h"
-#include "bond/quoted_accrued.h"
 #include "brady/brady_valuation.h"
 #include "engine/call_frame.h"
+#include "engine/market_rules.h"
 #include "engine/catalogue.h"
 #include "k_bond.h"
 
@@ -47,7 +47,7 @@ class BradyBond {
     kbond::engine::fill_cash_flow_columns(bond, 100.0, rows,
                                         {nullptr, interest, principal, periods});
     flows_ = {interest, principal, periods, rows, coupon_frequency(args)};
-    accrued_ = kbond::bond::quoted_accrued(bond);
+    accrued_ = kbond::engine::accrued_per_100(bond.accrued, bond.type);
     ready_ = true;
   }
 

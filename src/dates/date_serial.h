@@ -20,6 +20,9 @@ namespace kbond::dates {
 inline constexpr int32_t kMaxSerial = 1825000;          // 4 September 6896
 inline constexpr int32_t kMinConvertibleSerial = -109572; // 1 January 1600
 
+// A date serial a caller may pass: 1 (1 January 1900) to kMaxSerial.
+constexpr bool valid_serial(int32_t serial) noexcept { return serial >= 1 && serial <= kMaxSerial; }
+
 // Weekday numbers put the weekend first on purpose.
 enum Weekday : int32_t {
   kSaturday = 1, kSunday = 2, kMonday = 3, kTuesday = 4,

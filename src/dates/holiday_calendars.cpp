@@ -8,6 +8,7 @@
 
 #include "dates/date_serial.h"
 #include "dates/holiday_rules.h"
+#include "k_bond.h"
 
 namespace kbond::dates {
 namespace {
@@ -162,8 +163,6 @@ constexpr int32_t kMaxRulesPerSet = total_rule_count();
 
 constexpr int32_t kMaxSets = 200;
 constexpr int32_t kBufferStep = 1024;
-constexpr int32_t kErrorUnknownCalendar = 170;
-constexpr int32_t kErrorOther = 1;
 
 // Growable heap array of serials; frees itself unless released.
 struct SerialBuffer {
@@ -197,8 +196,8 @@ int32_t read_code_set(const int32_t* set, int32_t codes[kCalendarCount]) {
   int32_t n = 0;
   for (const int32_t* p = set; *p != 0; ++p) {
     const int32_t code = *p;
-    if (code < 1 || code > kCalendarCount) return -kErrorUnknownCalendar;
-    if (seen[code]) return -kErrorOther;
+    if (code < 1 || code > kCalendarCount) return -KVL_ERR_CALENDAR;
+    if (seen[code]) return -KVL_ERR_INVALID;
     seen[code] = true;
     codes[n++] = code;
   }
@@ -242,7 +241,7 @@ int32_t* build_holiday_list(int32_t n, const int32_t* const* code_lists, int32_t
                             int32_t* error) noexcept {
   int32_t local_error = 0;
   int32_t& err = error ? *error : local_error;
-  err = kErrorOther;
+  err = KVL_ERR_INVALID;
   if (n < 1 || n > kMaxSets || code_lists == nullptr) return nullptr;
 
   // Validate every set before any work.

@@ -5,7 +5,7 @@
 
 #include "dates/date_serial.h"
 #include "dates/month_arithmetic.h"
-#include "engine/bond_desc.h"
+#include "engine/amortisation.h"
 #include "engine/coupon_schedule.h"
 
 namespace kbond::engine {
@@ -114,8 +114,6 @@ double amortisation_due(const bond_desc& desc, int32_t d) noexcept {
 
 namespace {
 
-bool valid_date(int32_t d) noexcept { return d >= 1 && d <= dates::kMaxSerial; }
-
 void free_schedule(bond_desc& desc) noexcept {
   std::free(desc.sink_dates_owned);
   std::free(desc.sink_amounts_owned);
@@ -186,7 +184,9 @@ int32_t setup_amortisation(const bond_args& a, bond_desc& desc) noexcept {
   if (factor == 0.0) return 0;
   if (factor > 1.0 || !a.sink_dates || a.n_sink < 1) return 1;
   for (int32_t i = 0; i < a.n_sink; ++i) {
-    if (!valid_date(a.sink_dates[i]) || (i > 0 && a.sink_dates[i] <= a.sink_dates[i - 1])) return 1;
+    if (!dates::valid_serial(a.sink_dates[i]) ||
+        (i > 0 && a.sink_dates[i] <= a.sink_dates[i - 1]))
+      return 1;
   }
 
   if (factor < 0.0) {
@@ -204,7 +204,7 @@ int32_t setup_amortisation(const bond_args& a, bond_desc& desc) noexcept {
       if (a.n_sink_ends != a.n_sink) return 1;
       for (int32_t i = 0; i < a.n_sink_ends; ++i) {
         const int32_t end = a.sink_ends[i];
-        if (end != 0 && (!valid_date(end) || end >= dates::kMaxSerial)) return 1;
+        if (end != 0 && (!dates::valid_serial(end) || end >= dates::kMaxSerial)) return 1;
       }
     }
     const double premium = a.sink_premium ? *a.sink_premium : 0.0;

@@ -13,6 +13,7 @@
 
 #include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
+#include "engine/amortisation.h"
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
 #include "engine/evaluator_common.h"

@@ -13,27 +13,21 @@
 #include "dates/date_serial.h"
 #include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
+#include "engine/amortisation.h"
 #include "engine/bond_desc.h"
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
 #include "engine/custom_types.h"
+#include "engine/period_fractions.h"
 #include "engine/safe_math.h"
+#include "engine/setup_steps.h"
 
 namespace kbond::engine {
 namespace {
 
-// 1 January 1997: the Italian issue-discount tax applies to the part of a
-// bond's life before this day.
-constexpr int32_t kSerial1Jan1997 = 35430;
 // A derived first coupon closer than this to maturity is maturity itself.
 constexpr int32_t kFirstCouponMargin = 27;
 constexpr int32_t kDefaultHorizonMonths = 12;
-
-bool valid_date(int32_t d) noexcept { return d >= 1 && d <= dates::kMaxSerial; }
-
-bool valid_frequency(int32_t f) noexcept {
-  return f == 1 || f == 2 || f == 3 || f == 4 || f == 6 || f == 12;
-}
 
 template <class T>
 bool present_if_counted(const T* array, int32_t count) noexcept {
@@ -49,13 +43,13 @@ bool well_formed(const bond_args& a) noexcept {
          present_if_counted(a.frequency, a.n_frequency) && a.n_holidays >= 0 &&
          (!amortises || (present_if_counted(a.sink_dates, a.n_sink) &&
                          present_if_counted(a.sink_ends, a.n_sink_ends))) &&
-         valid_date(a.settlement);
+         dates::valid_serial(a.settlement);
 }
 
 // An optional date argument: absent (NULL or 0) gives 0.
 bool read_optional_date(const int32_t* p, int32_t* out) noexcept {
   *out = p ? *p : 0;
-  return *out == 0 || valid_date(*out);
+  return *out == 0 || dates::valid_serial(*out);
 }
 
 bool read_optional_double(const double* p, double fallback, double* out) noexcept {
@@ -76,7 +70,7 @@ bool read_coupons(const bond_args& a, bond_desc& d) noexcept {
     if (rate ? !plausible_magnitude(a.coupons[i]) : !std::isfinite(a.coupons[i])) return false;
   }
   for (int32_t i = 0; i < n; ++i) {
-    if (!valid_date(a.dates[i]) || (i > 0 && a.dates[i] <= a.dates[i - 1])) return false;
+    if (!dates::valid_serial(a.dates[i]) || (i > 0 && a.dates[i] <= a.dates[i - 1])) return false;
   }
   d.n_coupons = 0;
   d.redemption_ratio = 1.0;
@@ -100,45 +94,15 @@ bool read_coupons(const bond_args& a, bond_desc& d) noexcept {
   return true;
 }
 
-// Type code (after the Danish 2001 switch) to base code and end-of-month rule.
-bool read_type(const bond_args& a, bond_desc& d) noexcept {
-  d.type = 0;
-  d.eom = 1;
-  const int32_t code = a.type ? apply_danish_rule(*a.type, a.settlement) : 0;
-  d.conventions = bond_type_ref(code);
-  if (a.type) {
-    d.type = bond_type_base(code, d.conventions);
-    if (d.type < 0) return false;
-    d.eom = bond_type_eom_default(code, d.conventions) ? 1 : 0;
-  }
-  if (a.eom) d.eom = *a.eom ? 1 : 0;
-  return true;
-}
-
-bool read_frequency(const bond_args& a, bond_desc& d) noexcept {
-  const int32_t given = a.n_frequency > 0 ? a.frequency[0] : 0;
-  d.frequency = given != 0 ? given : bond_type_frequency(d.conventions);
-  if (!valid_frequency(d.frequency)) return false;
-  d.months_per_period = 12 / d.frequency;
-  return true;
-}
-
-// JGBs pay on the 20th: their grid runs through the 20th of the maturity month.
+// A market that pays on a fixed day of the month runs its grid through that
+// day of the maturity month.
 int32_t maturity_anchor(const bond_desc& d) noexcept {
-  if (d.type != 200) return d.maturity;
+  const int32_t coupon_day = fixed_coupon_day(d.type);
+  if (coupon_day == 0) return d.maturity;
   int32_t day = 0, month = 0, year = 0;
-  if (dates::serial_to_date(d.maturity, &day, &month, &year) != 0 || day == 20) return d.maturity;
-  return dates::date_to_serial(20, month, year);
-}
-
-// A grid anchored on the 31st follows month ends; one anchored inside a
-// month does not; a month end before the 31st keeps the type's rule.
-void decide_eom_from_anchor(bond_desc& d, const dates::SplitDate& anchor) noexcept {
-  if (anchor.day == 31) {
-    d.eom = 1;
-  } else if (!anchor.month_end) {
-    d.eom = 0;
-  }
+  if (dates::serial_to_date(d.maturity, &day, &month, &year) != 0 || day == coupon_day)
+    return d.maturity;
+  return dates::date_to_serial(coupon_day, month, year);
 }
 
 // The earliest date the derived schedule must reach back to.
@@ -160,7 +124,7 @@ bool read_odd_dates(const bond_args& a, const bond_desc& d, OddDates* odd) noexc
   if (!read_optional_date(a.dated_date, &odd->dated) ||
       !read_optional_date(a.first_coupon, &odd->first))
     return false;
-  if (d.type == 16) odd->dated = odd->first = 0;  // this municipal type ignores odd coupons
+  if (ignores_odd_coupons(d.type)) odd->dated = odd->first = 0;
   return true;
 }
 
@@ -169,8 +133,8 @@ bool read_odd_dates(const bond_args& a, const bond_desc& d, OddDates* odd) noexc
 dates::MonthSchedule place_anchor(bond_desc& d, const OddDates& odd) noexcept {
   d.anchor = odd.first != 0 ? odd.first : maturity_anchor(d);
   dates::MonthSchedule grid(d.anchor, d.months_per_period, d.eom);
-  // A derived JGB grid keeps the type's rule.
-  if (odd.first != 0 || odd.dated != 0 || d.type != 200) {
+  // A derived grid on a fixed coupon day keeps the type's rule.
+  if (odd.first != 0 || odd.dated != 0 || fixed_coupon_day(d.type) == 0) {
     decide_eom_from_anchor(d, grid.reference());
     grid.set_eom(d.eom);
   }
@@ -347,17 +311,14 @@ bool place_horizon(const bond_args& a, bond_desc& d) noexcept {
 }
 
 // Italian issue-discount tax: the redemption is reduced by the tax on the
-// discount. For the bonds that straddle the 1997 reform only the part of
-// the life before 1997 is taxed.
+// discount.
 void deduct_italian_discount_tax(bond_desc& d) noexcept {
-  switch (d.type) {
-    case 264:
-    case 266:
+  switch (discount_tax_rule(d.type)) {
+    case DiscountTax::kNone:
+      return;
+    case DiscountTax::kWholeLife:
       break;
-    case 260:
-    case 261:
-    case 268:
-    case 270: {
+    case DiscountTax::kLifeBefore1997: {
       const int32_t before_reform =
           grid_on_or_before(d, kSerial1Jan1997, nullptr) - d.dated_date;
       const int32_t life = d.maturity - d.dated_date;
@@ -368,8 +329,6 @@ void deduct_italian_discount_tax(bond_desc& d) noexcept {
       if (before_reform < life) d.discount_tax *= static_cast<double>(before_reform) / life;
       break;
     }
-    default:
-      return;
   }
   if (d.redemption > d.issue_price) d.redemption -= (d.redemption - d.issue_price) * d.discount_tax;
   d.discount_tax = 0.0;
@@ -378,11 +337,7 @@ void deduct_italian_discount_tax(bond_desc& d) noexcept {
 void read_method_and_calendar(const bond_args& a, bond_desc& d) noexcept {
   const int32_t method = a.yield_method ? *a.yield_method : 0;
   d.yield_method_arg = (method >= -6 && method <= -1) ? method : (method != 0 ? 1 : 0);
-  const int32_t flags = a.bd_flags ? *a.bd_flags : 0;
-  d.roll_forward = flags & 1;
-  d.roll_flag2 = (flags >> 1) & 1;
-  d.holidays = a.n_holidays > 0 ? a.holidays : nullptr;
-  d.n_holidays = d.holidays ? a.n_holidays : 0;
+  read_calendar(a.bd_flags, a.holidays, a.n_holidays, d);
   d.exdiv_days_given = a.exdiv_days ? 1 : 0;
   d.exdiv_days = a.exdiv_days ? *a.exdiv_days : 0;
 }
@@ -391,17 +346,16 @@ void read_method_and_calendar(const bond_args& a, bond_desc& d) noexcept {
 // simpler conventions in a few markets.
 void substitute_single_period(bond_desc& d) noexcept {
   if (d.remaining_periods() != 1) return;
-  const int32_t type = d.type;
-  if (type == 22) {
-    d.type = 20;
-    d.conventions = bond_type_ref(20);
+  const SinglePeriodConventions last = single_period_conventions(d.type, d.accrual_basis);
+  if (last.base != d.type) {
+    d.type = last.base;
+    d.conventions = bond_type_ref(last.base);
   }
-  if (type == 22 || type == 220 || type == 380) d.accrual_basis = 5;
+  d.accrual_basis = last.accrual_basis;
 }
 
-// JGBs price the broken last period together with the whole one before it.
-void merge_jgb_last_periods(bond_desc& d) noexcept {
-  if (d.type != 200 || !d.partial_period || d.whole_periods <= 0) return;
+void merge_broken_last_period(bond_desc& d) noexcept {
+  if (!merges_broken_last_period(d.type) || !d.partial_period || d.whole_periods <= 0) return;
   d.last_discount += 1.0;
   d.last_coupon += 1.0;
   d.whole_periods -= 1;
@@ -418,8 +372,48 @@ void find_coupon_index(bond_desc& d) noexcept {
   d.coupon_index = i;
 }
 
-void compute_accrued(bond_desc& d) noexcept {
-  const double rate = d.coupons[d.coupon_index];
+}  // namespace
+
+bool read_type(const int32_t* type, int32_t settlement, const int32_t* eom_override,
+               bond_desc& d) noexcept {
+  d.type = 0;
+  d.eom = 1;
+  const int32_t code = type ? apply_danish_rule(*type, settlement) : 0;
+  d.conventions = bond_type_ref(code);
+  if (type) {
+    d.type = bond_type_base(code, d.conventions);
+    if (d.type < 0) return false;
+    d.eom = bond_type_eom_default(code, d.conventions) ? 1 : 0;
+  }
+  if (eom_override) d.eom = *eom_override ? 1 : 0;
+  return true;
+}
+
+bool read_frequency(int32_t given, bond_desc& d) noexcept {
+  d.frequency = given != 0 ? given : bond_type_frequency(d.conventions);
+  if (!valid_frequency(d.frequency)) return false;
+  d.months_per_period = 12 / d.frequency;
+  return true;
+}
+
+void read_calendar(const int32_t* bd_flags, const int32_t* holidays, int32_t n_holidays,
+                   bond_desc& d) noexcept {
+  const int32_t flags = bd_flags ? *bd_flags : 0;
+  d.roll_forward = flags & 1;
+  d.roll_flag2 = (flags >> 1) & 1;
+  d.holidays = n_holidays > 0 ? holidays : nullptr;
+  d.n_holidays = d.holidays ? n_holidays : 0;
+}
+
+void decide_eom_from_anchor(bond_desc& d, const dates::SplitDate& anchor) noexcept {
+  if (anchor.day == 31) {
+    d.eom = 1;
+  } else if (!anchor.month_end) {
+    d.eom = 0;
+  }
+}
+
+void compute_accrued(bond_desc& d, double rate) noexcept {
   const double net = 1.0 - d.coupon_tax;
   d.full_coupon = net * rate * d.cf / d.frequency;
   double accrued_days = d.ay * d.basis;
@@ -428,42 +422,38 @@ void compute_accrued(bond_desc& d) noexcept {
   d.accrued = net * rate * accrued_days / d.basis;
 }
 
-bool is_365_day_count(int32_t code) noexcept {
-  return code == 3 || code == 5 || code == 6 || code == 8 || code == 10 || code == 12 ||
-         code == 13;
-}
-
 // After the ex-dividend date the seller keeps the next coupon: the buyer is
 // owed interest for the days left to it (negative accrued interest).
-void apply_ex_dividend(bond_desc& d) noexcept {
+void apply_ex_dividend(bond_desc& d, const BondTypeRef& type, double rate,
+                       bool own_day_count) noexcept {
   int32_t exdiv_date = 0;
   if (d.exdiv_days_given) {
     CustomType override_record{};
     override_record.name = "ex-dividend override";
     override_record.exdiv_days = d.exdiv_days;
-    exdiv_date = bond_type_exdiv_date(d.next_coupon, d.conventions, d.calendar(), &override_record);
+    exdiv_date = bond_type_exdiv_date(d.next_coupon, type, d.calendar(), &override_record);
   } else {
-    exdiv_date = bond_type_exdiv_date(d.next_coupon, d.conventions, d.calendar(), nullptr);
+    exdiv_date = bond_type_exdiv_date(d.next_coupon, type, d.calendar(), nullptr);
   }
   d.exdiv = d.settlement >= exdiv_date ? 1 : 0;
   if (!d.exdiv) return;
   const int32_t day_count = d.coupon_basis;
-  if (is_365_day_count(day_count)) {
+  if (own_day_count && dates::has_365_day_year(day_count)) {
     const double days_left = dates::day_count(d.settlement, d.next_coupon, day_count, nullptr);
-    d.accrued = -days_left * d.coupons[d.coupon_index] * (1.0 - d.coupon_tax) / 365.0;
+    d.accrued = -days_left * rate * (1.0 - d.coupon_tax) / 365.0;
   } else {
     d.accrued -= d.full_coupon;
   }
 }
 
-}  // namespace
-
 int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
   std::construct_at(&desc);  // in place: the record is large
   desc.settlement = args.settlement;
   int32_t grid_index = 0;
-  if (!well_formed(args) || !read_coupons(args, desc) || !read_type(args, desc) ||
-      !read_frequency(args, desc) || !place_coupon_grid(args, desc, &grid_index))
+  if (!well_formed(args) || !read_coupons(args, desc) ||
+      !read_type(args.type, args.settlement, args.eom, desc) ||
+      !read_frequency(args.n_frequency > 0 ? args.frequency[0] : 0, desc) ||
+      !place_coupon_grid(args, desc, &grid_index))
     return 1;
   count_periods(desc, grid_index);
 
@@ -481,11 +471,12 @@ int32_t bond_setup(const bond_args& args, bond_desc& desc) noexcept {
     bond_release(desc);
     return 1;
   }
-  merge_jgb_last_periods(desc);
+  merge_broken_last_period(desc);
   find_coupon_index(desc);
-  compute_accrued(desc);
-  apply_ex_dividend(desc);
-  if (desc.type == 220) desc.accrued = std::floor(desc.accrued * 100000.0 + 0.5) * 1e-5;
+  const double rate = desc.coupons[desc.coupon_index];
+  compute_accrued(desc, rate);
+  apply_ex_dividend(desc, desc.conventions, rate, true);
+  desc.accrued = settled_accrued(desc.accrued, desc.type);
   // Absurd but finite inputs (a coupon of 1e308, a redemption of 1e307 per
   // 100 from the {rate, a, b} form with a denormal a) must not turn into
   // infinite amounts downstream: such a bond is not a valid description. No

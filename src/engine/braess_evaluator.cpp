@@ -65,7 +65,7 @@ double braess_price(double yield, const bond_desc& desc, int32_t* error) noexcep
 double braess_evaluator(double yield, const bond_desc& desc, double* first_derivative,
                         int32_t* error) noexcept {
   if (!braess_accepts(desc)) {
-    *error = kRefusedShape;
+    *error = KVL_ERR_INVALID;  // a bond shape this method cannot price
     return kRefusedShapePrice;
   }
   int32_t err = 0;

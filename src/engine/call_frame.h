@@ -34,6 +34,7 @@
 
 #include "engine/bond_desc.h"
 #include "engine/catalogue.h"
+#include "engine/market_rules.h"  // round_price_by_type
 #include "engine/safe_math.h"
 #include "engine/type_lock.h"
 #include "k_bond.h"
@@ -170,28 +171,6 @@ inline double quoted_yield_from_coupon(double yield, const bond_desc& desc,
   if (q == 0) return yield;
   const double f = desc.frequency;
   return yield_convert(yield, f, q, f, q, error);
-}
-
-// Prices as each market quotes them: U.S. Treasuries and agencies to six
-// decimals, municipals and corporates truncated to three decimals after
-// cleaning the eighth, South African bonds to five decimals.
-inline double round_price_by_type(double price, int32_t type) noexcept {
-  switch (type) {
-    case 0:
-    case 1:
-      return std::floor(price * 1e6 + 0.5) * 1e-6;
-    case 2:
-    case 3:
-    case 16:
-      // Divisions, not products with 1e-5 and 0.001: those are not exact in
-      // binary and a whole number of thousandths would lose one thousandth
-      // to the truncation (-1.0 became -1.001).
-      return std::floor(std::floor(price * 1e8 + 0.5) / 1e5) / 1000.0;
-    case 380:
-      return std::floor(price * 100000.0 + 0.5) * 1e-5;
-    default:
-      return price;
-  }
 }
 
 }  // namespace kbond::engine

@@ -1,11 +1,10 @@
 // Lookups over the catalogue rows (catalogue_table.cpp) and the custom-type
-// table, plus the few conventions that depend on a date or a coupon rate.
+// table.
 //
 // A date argument of 0 means "no date": the convention in force today.
 #include "engine/catalogue.h"
 
-#include <cmath>
-
+#include "dates/day_count.h"
 #include "engine/catalogue_table.h"
 
 namespace kbond::engine {
@@ -13,36 +12,23 @@ namespace {
 
 constexpr const char kUnknownName[] = "unknown bond";
 
-// True when a real date lies before the day a convention changed.
-bool before(int32_t date, int32_t switch_day) noexcept { return date > 0 && date < switch_day; }
-
 int32_t resolve(const DatedCode& code, int32_t settlement, int32_t period_start) noexcept {
   switch (code.when) {
     case DateSwitch::kNone:
       return code.current;
     case DateSwitch::kSettlementBefore1Nov1998:
-      return before(settlement, kSerial1Nov1998) ? code.before : code.current;
+      return before_change_day(settlement, kSerial1Nov1998) ? code.before : code.current;
     case DateSwitch::kSettlementBefore1Jan1999:
-      return before(settlement, kSerial1Jan1999) ? code.before : code.current;
+      return before_change_day(settlement, kSerial1Jan1999) ? code.before : code.current;
     case DateSwitch::kPeriodStartBefore1Jan1999:
-      return before(period_start, kSerial1Jan1999) ? code.before : code.current;
+      return before_change_day(period_start, kSerial1Jan1999) ? code.before : code.current;
   }
   return code.current;
 }
 
 // 30/360 accrues with the U.S. February rule when the bond keeps to month ends.
 int32_t with_month_end_rule(int32_t code, int32_t eom) noexcept {
-  return (code == 1 && eom != 0) ? 7 : code;
-}
-
-// The Canadian cap: a regular period never accrues more than 363/f days
-// (181.5 for semiannual coupons), so 182 to 184 accrued days all give 181.5.
-bool apply_canadian_cap(double* days, bool regular_period, int32_t frequency) noexcept {
-  if (!regular_period || frequency <= 0) return false;
-  const double cap = 363.0 / frequency;
-  if (!(*days > cap)) return false;
-  *days = cap;
-  return true;
+  return (code == dates::k30_360 && eom != 0) ? dates::k30_360Feb : code;
 }
 
 }  // namespace
@@ -169,80 +155,13 @@ int32_t bond_type_mm_basis(int32_t base, int32_t settlement) noexcept {
     switch (row->mm_basis) {
       case MoneyMarketBasis::k360: return 360;
       case MoneyMarketBasis::k365: return 365;
-      case MoneyMarketBasis::k365Before1999: return before(settlement, kSerial1Jan1999) ? 365 : 360;
+      case MoneyMarketBasis::k365Before1999:
+        return before_change_day(settlement, kSerial1Jan1999) ? 365 : 360;
     }
     return 360;
   }
   if (const CustomType* slot = custom_type(base)) return slot->mm_basis;
   return 360;
-}
-
-bool bond_type_adjust_accrual_days(double* days, int32_t base, int32_t settlement,
-                                   bool regular_period, int32_t frequency,
-                                   double coupon_rate) noexcept {
-  if (!days) return false;
-  switch (base) {
-    case 20:
-      return apply_canadian_cap(days, regular_period, frequency);
-    case 260:
-    case 261:
-      if (!before(settlement, kSerial1Jan1999)) return false;
-      [[fallthrough]];
-    case 264:
-    case 266:
-    case 268:
-    case 270:
-      // Italian bonds accrued up to and including the settlement day.
-      *days += 1.0;
-      return true;
-    case 290:
-    case 292:
-    case 700: {
-      // Until November 1998 Portugal truncated the daily interest on 10^8 of
-      // face (rate x 10^8 / 360) to whole units.
-      if (!before(settlement, kSerial1Nov1998)) return false;
-      const double c = coupon_rate * 277777.7777777778;
-      if (c == 0.0 || !std::isfinite(c)) return false;
-      const double scaled = *days * (std::floor(c) / c);
-      const bool changed = scaled != *days;
-      *days = scaled;
-      return changed;
-    }
-    default:
-      break;
-  }
-  const CustomType* slot = custom_type(base);
-  if (!slot) return false;
-  bool changed = false;
-  if (slot->accrual_days != 0) {
-    *days += slot->accrual_days;
-    changed = true;
-  }
-  if (slot->canadian_cap != 0) changed = apply_canadian_cap(days, regular_period, frequency) || changed;
-  return changed;
-}
-
-int32_t apply_danish_rule(int32_t code, int32_t settlement) noexcept {
-  if ((code == 302 || code == 303) && !before(settlement, kSerial8Feb2001)) return code - 2;
-  return code;
-}
-
-int32_t accrual_substitute(int32_t code) noexcept {
-  switch (code) {
-    case 16: return 2;
-    case 17: return 12;
-    case 22: return 20;
-    default: return code;
-  }
-}
-
-void apply_single_period_rule(int32_t* base, int32_t* accrual_basis) noexcept {
-  if (!base) return;
-  const int32_t code = *base;
-  if (code == 22 || code == 220 || code == 380) {
-    if (accrual_basis) *accrual_basis = 5;
-  }
-  if (code == 22) *base = 20;
 }
 
 }  // namespace kbond::engine

@@ -1,7 +1,8 @@
 // The bond type catalogue: for each market's type code its display name and
 // conventions (coupon frequency, end-of-month rule, accrued day count, yield
 // method, annual-yield quotation, final-period simple interest, ex-dividend
-// rule, money-market basis, accrual-day adjustments).
+// rule, money-market basis). The rules beyond these columns are in
+// market_rules.h.
 //
 // Each market has a base code and usually one variant that differs only by
 // having the end-of-month rule on (41 is a Gilt with the rule, 82 the variant
@@ -18,15 +19,11 @@
 
 #include "dates/business_days.h"
 #include "engine/custom_types.h"
+#include "engine/market_rules.h"
 
 namespace kbond::engine {
 
 struct CatalogueRow;
-
-inline constexpr int32_t kSerial1Nov1998 = 36099;
-inline constexpr int32_t kSerial1Jan1999 = 36160;
-inline constexpr int32_t kSerial10May1999 = 36289;
-inline constexpr int32_t kSerial8Feb2001 = 36929;
 
 // A type code looked up once: its catalogue row, or its custom slot (both
 // null for an unknown code). A bond's set-up resolves its type once and
@@ -72,25 +69,5 @@ int32_t bond_type_mm_basis(int32_t base, int32_t settlement) noexcept;
 // days, n >= 1 steps n business days back on `cal`).
 int32_t bond_type_exdiv_date(int32_t coupon_date, int32_t base, const dates::BusinessCalendar& cal,
                              const CustomType* override_record) noexcept;
-
-// Market adjustments of the accrued-day count before the accrued interest is
-// formed (Canadian 363/frequency cap, Italian extra day, Portuguese rounding, a
-// custom slot's extra days). `regular_period` is true for a regular coupon
-// period (settlement position 0). Returns true when the days changed.
-bool bond_type_adjust_accrual_days(double* days, int32_t base, int32_t settlement,
-                                   bool regular_period, int32_t frequency,
-                                   double coupon_rate) noexcept;
-
-// The Danish switch: 302 -> 300 and 303 -> 301 for settlement from
-// 8 February 2001. Other codes unchanged.
-int32_t apply_danish_rule(int32_t code, int32_t settlement) noexcept;
-
-// Codes that some exports substitute for accrual purposes: 16 -> 2,
-// 17 -> 12, 22 -> 20. Other codes unchanged.
-int32_t accrual_substitute(int32_t code) noexcept;
-
-// When exactly one coupon period remains: code 22 becomes 20, and 22, 220
-// and 380 accrue actual/365 (code 5). Other codes unchanged.
-void apply_single_period_rule(int32_t* base, int32_t* accrual_basis) noexcept;
 
 }  // namespace kbond::engine

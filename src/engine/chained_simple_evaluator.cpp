@@ -5,27 +5,17 @@
 //
 // with tau_k the days from settlement to the k-th payment over 360. The
 // derivative follows from d ln DF_k / dy = -sum_j dtau_j / (1 + dtau_j y).
-#include "engine/catalogue.h"
+#include "engine/market_rules.h"
 #include "engine/evaluator_common.h"
 #include "engine/evaluators.h"
 
 namespace kbond::engine {
 
-namespace {
-
-// Current Spanish bonds settled from 10 May 1999 are paid at maturity on
-// the following business day of the Spanish settlement calendar.
-bool moves_maturity_by_spanish_calendar(const bond_desc& desc) noexcept {
-  return (desc.type == 280 || desc.type == 281) && desc.settlement >= kSerial10May1999 &&
-         !pays_on_business_days(desc);
-}
-
-}  // namespace
-
 double chained_simple_evaluator(double yield, const bond_desc& desc, double* first_derivative,
                                 int32_t* error) noexcept {
   int32_t maturity_paid = desc.maturity;
-  if (moves_maturity_by_spanish_calendar(desc) &&
+  if (pays_maturity_on_spanish_calendar(desc.type, desc.settlement) &&
+      !pays_on_business_days(desc) &&
       !spanish_maturity_payment_date(desc.maturity, &maturity_paid)) {
     *error = 1;
     return 0.0;

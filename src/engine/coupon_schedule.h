@@ -9,12 +9,7 @@
 //   int32_t j = 0;
 //   const int32_t previous = grid_on_or_before(desc, desc.settlement, &j);
 //   const int32_t next = grid_date(desc, j + 1);   // == grid_after(desc, settlement)
-//
-// `compute_period_fractions` turns the grid around settlement into the year
-// fractions that the accrued interest and the price-yield evaluators read:
-// the size of the current coupon (cf), the time to the next coupon (tn),
-// the accrued part of the period (ay), the two year bases and the fractions
-// of a broken last period.
+
 #pragma once
 #include <cstdint>
 
@@ -36,11 +31,5 @@ int32_t grid_after(const bond_desc& desc, int32_t d, int32_t* index = nullptr) n
 // (actual/actual when the caller asks for yield method -6).
 int32_t coupon_day_count(const bond_desc& desc) noexcept;
 int32_t discount_day_count(const bond_desc& desc) noexcept;
-
-// Fills cf, tn, ay, basis, basis_accrual, quasi_start, last_discount and
-// last_coupon from the grid fields (anchor, months_per_period, eom,
-// period_start, next_coupon, position, partial_period) and the day counts.
-// Returns 1 when a year basis is not positive (an unusable day count), else 0.
-int32_t compute_period_fractions(bond_desc& desc) noexcept;
 
 }  // namespace kbond::engine

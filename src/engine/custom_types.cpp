@@ -2,6 +2,7 @@
 // update of one slot.
 #include "engine/custom_types.h"
 
+#include "engine/setup_steps.h"
 #include "engine/type_lock.h"
 
 namespace kbond::engine {
@@ -16,10 +17,6 @@ CustomType g_slots[kSlots];
 // from 1 when the end-of-month rule is on.
 bool valid_day_count(int32_t code) noexcept {
   return (code >= 0 && code <= 6) || (code >= 9 && code <= 13);
-}
-
-bool valid_frequency(int32_t f) noexcept {
-  return f == 1 || f == 2 || f == 3 || f == 4 || f == 6 || f == 12;
 }
 
 bool valid_yield_frequency(int32_t f) noexcept { return f == 0 || valid_frequency(f); }

@@ -10,15 +10,6 @@ int32_t payment_date(const bond_desc& desc, int32_t date) noexcept {
   return dates::adjust_business_day(date, dates::kFollowing, desc.calendar());
 }
 
-bool is_365_day_count(int32_t code) noexcept {
-  switch (code) {
-    case 3: case 5: case 6: case 8: case 10: case 12:
-      return true;
-    default:
-      return false;
-  }
-}
-
 namespace {
 
 double accrual_year_days(const bond_desc& desc) noexcept {
@@ -30,7 +21,7 @@ double accrual_year_days(const bond_desc& desc) noexcept {
 double business_day_periods(const bond_desc& desc, double nominal, int32_t date) noexcept {
   const int32_t paid = payment_date(desc, date);
   const double f = desc.frequency;
-  if (is_365_day_count(desc.accrual_basis)) return (paid - desc.settlement) * f * kPerDay365;
+  if (counts_payment_days_over_365(desc.accrual_basis)) return (paid - desc.settlement) * f * kPerDay365;
   return nominal + (paid - date) * f / accrual_year_days(desc);
 }
 

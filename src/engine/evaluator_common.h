@@ -13,15 +13,16 @@
 #include <cmath>
 #include <cstdint>
 
+#include "dates/day_count.h"
+#include "engine/amortisation.h"
 #include "engine/bond_desc.h"
 #include "engine/coupon_schedule.h"
 #include "engine/safe_math.h"
+#include "k_bond.h"
 
 namespace kbond::engine {
 
-inline constexpr int32_t kZeroDenominator = 401;  // a pricing denominator vanished
 inline constexpr double kZeroDenominatorPrice = -100.0;
-inline constexpr int32_t kRefusedShape = 1;      // bond shape an evaluator cannot price
 inline constexpr double kRefusedShapePrice = -999.9;
 inline constexpr double kPerDay360 = 0.002777777777777778;      // 1 / 360
 inline constexpr double kPerDay365 = 0.0027397260273972603;     // 1 / 365
@@ -110,9 +111,13 @@ inline bool annuity_applies(const bond_desc& desc) noexcept {
 // following business day of the bond's calendar.
 int32_t payment_date(const bond_desc& desc, int32_t date) noexcept;
 
-// Day counts whose year is 365 days (30/365, act/365, 30E/365 and their
-// February and "+" variants).
-bool is_365_day_count(int32_t code) noexcept;
+// Day counts under which a payment moved to a business day is timed by its
+// actual days from settlement over 365: the 365-day years except the
+// Japanese act/365 (13), whose move counts as a shift of the nominal
+// exponent as under the other day counts.
+inline bool counts_payment_days_over_365(int32_t code) noexcept {
+  return dates::has_365_day_year(code) && code != dates::kAct365Japanese;
+}
 
 // Discounting exponent in periods of a payment due on `date` whose nominal
 // exponent is `nominal`, paid on the business day that `payment_date` gives:
@@ -141,7 +146,7 @@ double finish_price(const bond_desc& desc, double dirty, double dirty_derivative
 
 // Error 401 with its failure price.
 inline double zero_denominator(int32_t* error) noexcept {
-  *error = kZeroDenominator;
+  *error = KVL_ERR_ZERO_DIVISOR;
   return kZeroDenominatorPrice;
 }
 

@@ -14,7 +14,7 @@ namespace kbond::engine {
 double moosmuller_evaluator(double yield, const bond_desc& desc, double* first_derivative,
                             int32_t* error) noexcept {
   if (has_broken_last_period(desc)) {
-    *error = kRefusedShape;
+    *error = KVL_ERR_INVALID;  // a bond shape this method cannot price
     return kRefusedShapePrice;
   }
   const double f = desc.frequency;

@@ -8,6 +8,7 @@
 // actual/365 exponents, chained simple interest or a delayed maturity.
 #include "engine/price_from_yield.h"
 
+#include "dates/day_count.h"
 #include "engine/catalogue.h"
 #include "engine/evaluators.h"
 
@@ -15,9 +16,6 @@ namespace kbond::engine {
 
 namespace {
 
-// Spanish bonds within this many days of maturity are quoted at simple
-// interest when their type asks for a simple final period.
-constexpr int32_t kSpanishSimpleDays = 377;
 // The actual/365.25 method is used for bonds with at most this many periods.
 constexpr int32_t kActual36525MaxPeriods = 12;
 
@@ -64,24 +62,24 @@ double price_with_numerical_curvature(FirstDerivativeEvaluator evaluate, double 
 }  // namespace
 
 int32_t final_period_method(const bond_desc& desc) noexcept {
-  const int32_t type = desc.type;
   const bool one_period_left = desc.remaining_periods() == 1;
   const bool simple_final = desc.simple_final != 0;
   const bool within_spanish_simple = desc.maturity - desc.settlement < kSpanishSimpleDays;
 
-  if (type == 370 || type == 700) {
-    if (!one_period_left) return kActual365Exponents;
-    return simple_final ? kSimpleFinalPeriod : kActual365Exponents;
-  }
-  if (type == 280 || type == 281) {
-    if (within_spanish_simple && simple_final) return kChainedSimple;
-    if (desc.accrual_basis == 5) return kActual365Exponents;
-    if (desc.settlement < kSerial10May1999) return kWholePeriods;
-    return desc.yield_method_arg != 1 ? kDelayedMaturity : kWholePeriods;
-  }
-  if (type == 284 || type == 286) {
-    if (within_spanish_simple && simple_final) return kChainedSimple;
-    return desc.accrual_basis == 5 ? kActual365Exponents : kWholePeriods;
+  switch (final_period_rule(desc.type)) {
+    case FinalPeriodRule::kActualDays:
+      if (!one_period_left) return kActual365Exponents;
+      return simple_final ? kSimpleFinalPeriod : kActual365Exponents;
+    case FinalPeriodRule::kSpanish:
+      if (within_spanish_simple && simple_final) return kChainedSimple;
+      if (desc.accrual_basis == dates::kAct365) return kActual365Exponents;
+      if (!pays_maturity_on_spanish_calendar(desc.type, desc.settlement)) return kWholePeriods;
+      return desc.yield_method_arg != 1 ? kDelayedMaturity : kWholePeriods;
+    case FinalPeriodRule::kSpanishPreEmu:
+      if (within_spanish_simple && simple_final) return kChainedSimple;
+      return desc.accrual_basis == dates::kAct365 ? kActual365Exponents : kWholePeriods;
+    case FinalPeriodRule::kStandard:
+      break;
   }
   return one_period_left && simple_final ? kSimpleFinalPeriod : kWholePeriods;
 }

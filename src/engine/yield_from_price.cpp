@@ -184,22 +184,4 @@ double quoted_yield_from_price(double price, const bond_desc& desc, int32_t* err
   return *err != 0 ? -1.0 : quoted;
 }
 
-// Dividing by the power of ten keeps exact values (the -999.0 failure value)
-// exact; multiplying by its reciprocal does not.
-double round_yield_by_type(double yield, int32_t type) noexcept {
-  switch (type) {
-    case 0:
-    case 1:
-      return std::floor(yield * 1e8 + 0.5) / 1e8;
-    case 2:
-    case 3:
-    case 16:
-      return std::floor(yield * 1e5 + 0.5) / 1e5;
-    case 380:
-      return std::floor(yield * 1e7 + 0.5) / 1e7;
-    default:
-      return yield;
-  }
-}
-
 }  // namespace kbond::engine

@@ -17,6 +17,7 @@
 #include <cstdint>
 
 #include "engine/bond_desc.h"
+#include "engine/market_rules.h"  // round_yield_by_type
 
 namespace kbond::engine {
 
@@ -47,9 +48,5 @@ double yield_from_price(double price, const engine::bond_desc& desc, int32_t* er
 double quoted_yield_from_price(double price, const engine::bond_desc& desc,
                                int32_t* error) noexcept;
 
-// Yields as each market quotes them: U.S. Treasuries and agencies to eight
-// decimals, municipals and corporates to five, South African bonds to seven,
-// every other type unrounded.
-double round_yield_by_type(double yield, int32_t type) noexcept;
 
 }  // namespace kbond::engine

@@ -84,14 +84,7 @@ extern "C" KVL_EXPORT double KVL_API KVLpbai(const double* coupons, int32_t n_co
                      error);
   if (!call.ok()) return -1.0;
   const auto& g = call.desc().grid;
-  switch (g.type) {
-    case 81:  // French OATs: accrued interest to five decimals of face
-      return kbond::engine::round_to(g.accrued, 5) * 100.0;
-    case 290:  // Portuguese bonds: six decimals of face
-      return kbond::engine::round_to(g.accrued, 6) * 100.0;
-    default:
-      return g.accrued * 100.0;
-  }
+  return kbond::engine::accrued_per_100(g.accrued, g.type);
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLpbcamt(const double* coupons, int32_t n_coupons,

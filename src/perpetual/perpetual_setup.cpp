@@ -8,25 +8,19 @@
 #include <cstdint>
 
 #include "dates/date_serial.h"
-#include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
 #include "engine/catalogue.h"
 #include "engine/coupon_schedule.h"
-#include "engine/evaluator_common.h"
-#include "perpetual/perpetual_desc.h"
+#include "engine/period_fractions.h"
 #include "engine/safe_math.h"
+#include "engine/setup_steps.h"
+#include "k_bond.h"
+#include "perpetual/perpetual_desc.h"
 
 namespace kbond::perpetual {
 namespace {
 
-constexpr int32_t kInvalid = 1;
 constexpr int32_t kYearsValuedOneByOne = 100;
-
-bool valid_date(int32_t d) noexcept { return d >= 1 && d <= dates::kMaxSerial; }
-
-bool valid_frequency(int32_t f) noexcept {
-  return f == 1 || f == 2 || f == 3 || f == 4 || f == 6 || f == 12;
-}
 
 bool read_rates_and_steps(const perpetual_args& a, perpetual_desc& d) noexcept {
   if (!a.coupons || a.n_coupons < 1 || a.n_steps < 0 || (a.n_steps > 0 && !a.step_dates))
@@ -38,7 +32,7 @@ bool read_rates_and_steps(const perpetual_args& a, perpetual_desc& d) noexcept {
     if (!engine::plausible_magnitude(a.coupons[i])) return false;
   }
   for (int32_t i = 0; i < a.n_steps; ++i) {
-    if (!valid_date(a.step_dates[i]) || (i > 0 && a.step_dates[i] <= a.step_dates[i - 1]))
+    if (!dates::valid_serial(a.step_dates[i]) || (i > 0 && a.step_dates[i] <= a.step_dates[i - 1]))
       return false;
   }
   d.grid.coupons = a.coupons;
@@ -49,38 +43,22 @@ bool read_rates_and_steps(const perpetual_args& a, perpetual_desc& d) noexcept {
   return true;
 }
 
-// The yield-method overrides are kept; any other nonzero value asks for
-// payment on business days.
+// The yield-method overrides -1 to -4 and -6 are kept (the perpetual family
+// has none for -5); any other nonzero value asks for payment on business days.
 int32_t normalise_ex_coupon_rule(const int32_t* rule) noexcept {
   const int32_t r = rule ? *rule : 0;
-  switch (r) {
-    case 0:
-    case -1:
-    case -2:
-    case -3:
-    case -4:
-    case -6:
-      return r;
-    default:
-      return 1;
-  }
+  return (r <= 0 && r >= -6 && r != -5) ? r : 1;
 }
 
 bool read_conventions(const perpetual_args& a, perpetual_desc& d) noexcept {
   auto& g = d.grid;
-  g.type = 0;
-  g.eom = 1;
-  if (a.type) {
-    const int32_t code = engine::apply_danish_rule(*a.type, a.settlement);
-    g.type = engine::bond_type_base(code);
-    if (g.type < 0) return false;
-    g.eom = engine::bond_type_eom_default(code) ? 1 : 0;
-  }
-  const int32_t given = a.frequency ? *a.frequency : 0;
-  if (given != 0 && !valid_frequency(given)) return false;
-  g.frequency = given != 0 ? given : engine::bond_type_frequency(g.type);
-  if (!valid_frequency(g.frequency)) return false;
-  g.months_per_period = 12 / g.frequency;
+  if (!engine::read_type(a.type, a.settlement, nullptr, g) ||
+      !engine::read_frequency(a.frequency ? *a.frequency : 0, g))
+    return false;
+  // The perpetual's schedule takes its coupon day count from the accrual
+  // day count, not from the type's ex-dividend day count: the description
+  // keeps no resolved type for the schedule step to read.
+  g.conventions = engine::BondTypeRef{};
 
   // No withholding tax comes near 1e100 either; such a rate only turns the
   // net coupon (1 - rate) into an overflow.
@@ -91,24 +69,8 @@ bool read_conventions(const perpetual_args& a, perpetual_desc& d) noexcept {
 
   // A missing holiday list is an empty one; only a negative count is wrong.
   if (a.n_holidays < 0) return false;
-  const int32_t flags = a.calendar_flags ? *a.calendar_flags : 0;
-  g.roll_forward = flags & 1;
-  g.roll_flag2 = (flags >> 1) & 1;
-  g.holidays = a.n_holidays > 0 ? a.holidays : nullptr;
-  g.n_holidays = g.holidays ? a.n_holidays : 0;
+  engine::read_calendar(a.calendar_flags, a.holidays, a.n_holidays, g);
   return true;
-}
-
-// A grid anchored on the 31st follows month ends; one anchored inside a
-// month does not; a month end before the 31st keeps the type's rule.
-void decide_eom_from_anchor(engine::bond_desc& g) noexcept {
-  int32_t day = 0, month = 0, year = 0;
-  dates::serial_to_date(g.anchor, &day, &month, &year);
-  if (day == 31) {
-    g.eom = 1;
-  } else if (!dates::is_end_of_month(g.anchor)) {
-    g.eom = 0;
-  }
 }
 
 // The coupon period containing settlement. With a dated date, the first
@@ -118,11 +80,13 @@ bool place_period(const perpetual_args& a, perpetual_desc& d) noexcept {
   auto& g = d.grid;
   const int32_t s = a.settlement;
   const int32_t dated = a.dated_date ? *a.dated_date : 0;
-  if (!valid_date(s) || !valid_date(a.reference_date) || (dated != 0 && !valid_date(dated)))
+  if (!dates::valid_serial(s) || !dates::valid_serial(a.reference_date) ||
+      (dated != 0 && !dates::valid_serial(dated)))
     return false;
   g.settlement = s;
   g.anchor = a.reference_date;
-  decide_eom_from_anchor(g);
+  engine::decide_eom_from_anchor(
+      g, dates::MonthSchedule(g.anchor, g.months_per_period, g.eom).reference());
   g.maturity = dates::kMaxSerial;
   g.position = engine::kRegularPeriod;
   if (dated != 0) {
@@ -150,34 +114,15 @@ bool place_period(const perpetual_args& a, perpetual_desc& d) noexcept {
          g.next_coupon <= dates::kMaxSerial;
 }
 
-bool is_365_day_count(int32_t code) noexcept {
-  return engine::is_365_day_count(code) || code == 13;
-}
-
 // Accrued interest of the current coupon; after the ex-coupon date the
-// buyer is owed the interest for the days left (negative accrued).
+// buyer is owed the interest for the days left (negative accrued). Under
+// rule -6 the ex-coupon period takes no day count of its own: the buyer is
+// owed the coupon less what has accrued.
 void compute_accrued(perpetual_desc& d) noexcept {
   auto& g = d.grid;
   const double rate = rate_on(d, g.next_coupon);
-  const double net = 1.0 - g.coupon_tax;
-  g.full_coupon = net * rate * g.cf / g.frequency;
-  double accrued_days = g.ay * g.basis;
-  engine::bond_type_adjust_accrual_days(&accrued_days, g.type, g.settlement,
-                                        g.position == engine::kRegularPeriod, g.frequency, rate);
-  g.accrued = net * rate * accrued_days / g.basis;
-
-  const int32_t exdiv_date =
-      engine::bond_type_exdiv_date(g.next_coupon, g.type, g.calendar(), nullptr);
-  g.exdiv = g.settlement >= exdiv_date ? 1 : 0;
-  if (!g.exdiv) return;
-  // Under rule -6 the ex-coupon period takes no day count of its own: the
-  // buyer is owed the coupon less what has accrued.
-  if (d.ex_coupon_rule != -6 && is_365_day_count(g.coupon_basis)) {
-    const double days_left = dates::day_count(g.settlement, g.next_coupon, g.coupon_basis, nullptr);
-    g.accrued = -days_left * rate * net / 365.0;
-  } else {
-    g.accrued -= g.full_coupon;
-  }
+  engine::compute_accrued(g, rate);
+  engine::apply_ex_dividend(g, engine::bond_type_ref(g.type), rate, d.ex_coupon_rule != -6);
 }
 
 Convention choose_convention(const perpetual_desc& d) noexcept {
@@ -190,20 +135,6 @@ Convention choose_convention(const perpetual_desc& d) noexcept {
       return Convention::kSimpleFirstPeriod;
     default:
       return Convention::kNone;
-  }
-}
-
-bool uses_day_exponents(const engine::bond_desc& g) noexcept {
-  if (g.accrual_basis != 5) return false;
-  switch (g.type) {
-    case 280:
-    case 281:
-    case 284:
-    case 286:
-    case 700:
-      return true;
-    default:
-      return false;
   }
 }
 
@@ -237,14 +168,14 @@ double rate_on(const perpetual_desc& d, int32_t date) noexcept {
 int32_t perpetual_setup(const perpetual_args& a, perpetual_desc& d) noexcept {
   d = perpetual_desc{};
   if (!read_rates_and_steps(a, d) || !read_conventions(a, d) || !place_period(a, d))
-    return kInvalid;
+    return KVL_ERR_INVALID;
   auto& g = d.grid;
   g.accrual_basis = engine::bond_type_accrual_basis(g.type, g.settlement, g.period_start, g.eom);
-  if (g.accrual_basis < 0) return kInvalid;
-  if (engine::compute_period_fractions(g) != 0) return kInvalid;
+  if (g.accrual_basis < 0) return KVL_ERR_INVALID;
+  if (engine::compute_period_fractions(g) != 0) return KVL_ERR_INVALID;
   compute_accrued(d);
   d.convention = choose_convention(d);
-  d.day_exponents = uses_day_exponents(g);
+  d.day_exponents = engine::perpetual_day_exponents(g.type, g.accrual_basis);
   d.explicit_coupons = count_explicit_coupons(d);
   return 0;
 }

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "engine/call_frame.h"
+#include "engine/market_rules.h"
 #include "pik/pik_desc.h"
 
 namespace kbond::pik {
@@ -35,19 +36,8 @@ using PikCall = engine::CallFrame<pik_args, pik_desc,
                                   engine::constructed_then<pik_setup, pik_args, pik_desc>, nullptr,
                                   engine::LockLifetime::kSetUpOnly, engine::SetUpError::kInvalid>;
 
-// U.S. Treasury prices to six decimals; corporate prices cleaned at the
-// eighth decimal and truncated to three; other types unrounded.
-inline double round_pik_price(double price, int32_t base_type) noexcept {
-  if (base_type == 0) return std::floor(price * 1e6 + 0.5) * 1e-6;
-  if (base_type == 3) return std::floor(std::floor(price * 1e8 + 0.5) * 1e-5) * 0.001;
-  return price;
-}
-
-// U.S. Treasury yields to eight decimals, corporate yields to five.
-inline double round_pik_yield(double yield, int32_t base_type) noexcept {
-  if (base_type == 0) return std::floor(yield * 1e8 + 0.5) * 1e-8;
-  if (base_type == 3) return std::floor(yield * 100000.0 + 0.5) * 1e-5;
-  return yield;
-}
+// PIK results keep their own rounding arithmetic (see market_rules.h).
+using engine::round_pik_price;
+using engine::round_pik_yield;
 
 }  // namespace kbond::pik

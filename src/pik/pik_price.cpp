@@ -8,12 +8,13 @@
 #include "dates/day_count.h"
 #include "engine/evaluator_common.h"
 #include "engine/safe_math.h"
+#include "k_bond.h"
 
 namespace kbond::pik {
 namespace {
 
 double zero_denominator(int32_t* error) noexcept {
-  *error = kZeroDenominator;
+  *error = KVL_ERR_ZERO_DIVISOR;
   return kZeroDenominatorPrice;
 }
 
@@ -76,7 +77,7 @@ double business_day_periods(const pik_desc& desc, double nominal, int32_t date, 
                             int32_t period_days) noexcept {
   const double f = desc.frequency;
   const int32_t code = desc.accrual_basis;
-  if (engine::is_365_day_count(code)) {
+  if (engine::counts_payment_days_over_365(code)) {
     return f * dates::day_count(desc.grid.settlement, paid, code, nullptr) / 365.0;
   }
   const double shift = paid - date;

@@ -10,27 +10,13 @@
 
 #include "dates/date_serial.h"
 #include "engine/catalogue.h"
-#include "pik/pik_desc.h"
 #include "engine/safe_math.h"
+#include "k_bond.h"
+#include "pik/pik_desc.h"
 
 namespace kbond::pik {
 namespace {
 
-constexpr int32_t kInvalid = 1;
-
-bool is_pik_type(int32_t base) noexcept {
-  switch (base) {
-    case 0:    // U.S. Treasury conventions
-    case 3:    // corporate bond, 30/360
-    case 500:  // generic bonds, differing only by their accrued day count
-    case 510:
-    case 530:
-    case 540:
-      return true;
-    default:
-      return false;
-  }
-}
 
 bool finite_rates(const double* rates, int32_t count) noexcept {
   if (!rates || count < 1) return false;
@@ -54,9 +40,9 @@ bool read_type(const pik_args& a, int32_t* base) noexcept {
     return true;
   }
   // Custom codes are never PIK types; refusing them here needs no lock.
-  if (*a.type < 0 || *a.type >= 1000) return false;
+  if (*a.type < 0 || *a.type >= engine::kFirstCustomCode) return false;
   *base = engine::bond_type_base(*a.type);
-  return is_pik_type(*base);
+  return engine::is_pik_type(*base);
 }
 
 double largest_magnitude(const double* rates, int32_t count) noexcept {
@@ -102,9 +88,9 @@ int32_t pik_setup(const pik_args& a, pik_desc& d) noexcept {
   if (!finite_rates(a.cash_rates, a.n_cash) || !finite_rates(a.pik_rates, a.n_pik) ||
       !a.dates || a.n_dates < 1 || !counts_agree(a.n_cash, a.n_pik, a.n_dates) ||
       a.n_holidays < 0)  // a missing holiday list is an empty one
-    return kInvalid;
+    return KVL_ERR_INVALID;
   int32_t base = 0;
-  if (!read_type(a, &base)) return kInvalid;
+  if (!read_type(a, &base)) return KVL_ERR_INVALID;
 
   engine::bond_args grid_args;
   grid_args.coupons = grid_rates(a);
@@ -121,13 +107,13 @@ int32_t pik_setup(const pik_args& a, pik_desc& d) noexcept {
   grid_args.bd_flags = a.holiday_options;
   grid_args.holidays = a.holidays;
   grid_args.n_holidays = a.n_holidays;
-  if (engine::bond_setup(grid_args, d.grid) != 0) return kInvalid;
+  if (engine::bond_setup(grid_args, d.grid) != 0) return KVL_ERR_INVALID;
 
   d.maturity = d.grid.maturity;
   d.call_date = d.maturity;
   if (a.call_date && *a.call_date != 0) {
     const int32_t call = *a.call_date;
-    if (call > d.maturity || call < a.settlement || call < d.grid.first_coupon) return kInvalid;
+    if (call > d.maturity || call < a.settlement || call < d.grid.first_coupon) return KVL_ERR_INVALID;
     d.call_date = call;
   }
   if (d.call_date != d.maturity) {
@@ -144,7 +130,7 @@ int32_t pik_setup(const pik_args& a, pik_desc& d) noexcept {
     grid_args.dated_date = &dated;
     grid_args.first_coupon = &first;
     grid_args.eom = &eom;
-    if (engine::bond_setup(grid_args, d.grid) != 0) return kInvalid;
+    if (engine::bond_setup(grid_args, d.grid) != 0) return KVL_ERR_INVALID;
   }
 
   d.type = base;
@@ -166,7 +152,7 @@ int32_t pik_setup(const pik_args& a, pik_desc& d) noexcept {
   d.cash_now = d.grid.cf * cash / d.frequency;
   d.pik_now = d.grid.cf * in_kind / d.frequency;
   d.accrued = d.grid.ay * cash;
-  return amounts_bounded(d) ? 0 : kInvalid;
+  return amounts_bounded(d) ? 0 : KVL_ERR_INVALID;
 }
 
 }  // namespace kbond::pik

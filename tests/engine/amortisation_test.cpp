@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dates/date_serial.h"
-#include "engine/bond_desc.h"
+#include "engine/amortisation.h"
 
 namespace kbond::engine {
 namespace {
