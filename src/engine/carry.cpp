@@ -7,18 +7,14 @@
 #include "dates/business_days.h"
 #include "dates/month_arithmetic.h"
 #include "engine/catalogue.h"
+#include "engine/market_rules.h"
 #include "engine/safe_math.h"
 #include "k_bond.h"
 
 namespace kbond::engine {
 namespace {
 
-constexpr int32_t kOatType = 81;  // OAT accrued interest is quoted to 5 decimals of face
 constexpr int32_t kNoInterest = -1;
-
-double market_accrued(double accrued, int32_t type) {
-  return type == kOatType ? std::floor(accrued * 1e5 + 0.5) * 1e-5 : accrued;
-}
 
 // A coupon paid `t` years after `date` is worth this much at `date`.
 double discount(double rate, double t, int32_t mode) {
@@ -149,7 +145,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   // Cash per unit of initial face; quoted prices and accrued interest are
   // per outstanding face.
   const double start_factor = desc.price_factor_flag ? desc.price_factor : 1.0;
-  const double cash = (terms.price * 0.01 + market_accrued(desc.accrued, desc.type)) * start_factor;
+  const double cash = (terms.price * 0.01 + carry_accrued(desc.accrued, desc.type)) * start_factor;
 
   double financing_cost = 0.0;
   double income = 0.0;
@@ -192,7 +188,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
     *error = KVL_ERR_INVALID;
     return -1.0;
   }
-  const double end_accrued = market_accrued(at_end.accrued, desc.type);
+  const double end_accrued = carry_accrued(at_end.accrued, desc.type);
   const double end_factor = desc.price_factor_flag ? outstanding_at(stop) : 1.0;
   // Ex-coupon at the end: the forward buyer takes the bond without the
   // coming coupon, which stays with the position; it is worth its amount

@@ -118,6 +118,13 @@ inline double accrued_per_100(double accrued, int32_t base) noexcept {
   }
 }
 
+// The carry and forward measures take OAT accrued interest at five decimals
+// of face (multiplied back, as the futures desks' sheets do); every other
+// type's accrued interest unrounded.
+inline double carry_accrued(double accrued, int32_t base) noexcept {
+  return base == 81 ? std::floor(accrued * 1e5 + 0.5) * 1e-5 : accrued;
+}
+
 // Australian accrued interest is settled at five decimals of face before
 // any price is formed from it.
 inline double settled_accrued(double accrued, int32_t base) noexcept {
