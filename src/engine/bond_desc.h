@@ -149,7 +149,3 @@ void bond_release(bond_desc& desc) noexcept;
 double rate_in_force(const bond_desc& desc, int32_t period_start) noexcept;
 
 }  // namespace kbond::engine
-
-// The amortisation interface, for the files that still reach it through
-// the description rather than including it themselves.
-#include "engine/amortisation.h"

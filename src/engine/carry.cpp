@@ -7,6 +7,7 @@
 #include "dates/business_days.h"
 #include "dates/month_arithmetic.h"
 #include "engine/catalogue.h"
+#include "engine/amortisation.h"
 #include "engine/market_rules.h"
 #include "engine/safe_math.h"
 #include "k_bond.h"
