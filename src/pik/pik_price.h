@@ -24,7 +24,6 @@
 
 namespace kbond::pik {
 
-inline constexpr int32_t kZeroDenominator = 401;
 inline constexpr double kZeroDenominatorPrice = -100.0;
 
 // One payment date of the bond.
