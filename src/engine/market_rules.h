@@ -10,7 +10,8 @@
 //   17 -> 12, 22 -> 20 for accrual-only exports
 //   20          Canadian 363/f cap on a regular period's accrued days
 //   22          with one period left: trades as 20 on act/365
-//   81, 290     accrued interest quoted to 5 and 6 decimals of face
+//   81, 290     accrued interest quoted to 5 and 6 decimals of face (the
+//               carry and forward measures round only 81's)
 //   200         coupons on the 20th; broken last period merged with the one
 //               before; a long first coupon counted in act/365 years
 //   220         act/365 with one period left; accrued fixed at 5 decimals
