@@ -83,8 +83,8 @@ struct bond_desc {
   double discount_tax = 0.0;
   int32_t horizon_date = 0;
   int32_t yield_method_arg = 0;   // normalised yield-method argument
-  int32_t roll_forward = 0;       // bd_flags bit 0
-  int32_t roll_flag2 = 0;         // bd_flags bit 1
+  int32_t roll_forward = 0;       // bd_flags bit 0: Saturday is a business day
+  int32_t roll_flag2 = 0;         // bd_flags bit 1: Sunday is a business day
   const int32_t* holidays = nullptr;
   int32_t n_holidays = 0;
   double redemption_ratio = 1.0;
