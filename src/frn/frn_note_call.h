@@ -106,11 +106,15 @@ using NoteFrame = engine::CallFrame<NoteCall, FrnCallDesc,
                                     frn_call_release, engine::LockLifetime::kNone,
                                     engine::SetUpError::kPassThrough>;
 
-// Runs `compute(schedule, err)`; returns `failure` with the code when the
-// type, the rate schedule or the schedule cannot be set up.
+// Runs `compute(schedule, err)` with the caller's error cleared (NULL: a
+// local one); returns `failure` with the code when the type, the rate
+// schedule or the schedule cannot be set up.
 template <class Result, class Compute>
-Result run_note_call(const NoteCall& call, int32_t& err, Result failure,
+Result run_note_call(const NoteCall& call, int32_t* error, Result failure,
                      Compute&& compute) noexcept {
+  int32_t local = 0;
+  int32_t& err = error ? *error : local;
+  err = 0;
   NoteFrame frame(call, &err);
   if (!frame.ok()) return failure;
   const FrnSchedule& schedule = frame.desc().schedule;

@@ -13,6 +13,44 @@ using kbond::frn::FrnValuation;
 using kbond::frn::NoteCall;
 using kbond::frn::ValuationArgs;
 
+namespace {
+
+// Price and yield differ only in the computation: one frame serves both.
+double note_price_or_yield(bool solve_yield, int32_t type, const double* rates,
+                           const int32_t* rate_dates, int32_t rate_count, int32_t maturity,
+                           int32_t settlement, double value, const int32_t* previous_coupon,
+                           const int32_t* coupon_dates, int32_t coupon_count,
+                           const int32_t* day_count, const int32_t* frequency,
+                           const double* redemption, const double* income_tax,
+                           const double* gain_tax, const int32_t* holding,
+                           const int32_t* pay_on_business_day, const int32_t* adjustment_code,
+                           const int32_t* holiday_options, const int32_t* holidays,
+                           int32_t holiday_count, int32_t* error) noexcept {
+  const NoteCall call = kbond::frn::make_note_call(
+      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
+      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
+      holidays, holiday_count);
+  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
+  return kbond::frn::run_note_call(call, error, -1.0, [&](const FrnSchedule& s, int32_t& e) {
+    FrnValuation valuation;
+    if (solve_yield) {
+      if (!std::isfinite(value) || value <= 0.0) {
+        e = KVL_ERR_BAD_PRICE;
+        return -1.0;
+      }
+      if ((e = kbond::frn::prepare_valuation(s, call.rates, args, &valuation))) return -1.0;
+      return kbond::frn::frn_yield_from_price(valuation, value / 100.0, e);
+    }
+    FrnPrice price;
+    if ((e = kbond::frn::price_at_yield(s, call.rates, args, value, false, &price, &valuation))) {
+      return -1.0;
+    }
+    return price.clean * 100.0;
+  });
+}
+
+}  // namespace
+
 extern "C" {
 
 KVL_EXPORT double KVL_API KVLtfrnpr(int32_t type, const double* rates, const int32_t* rate_dates,
@@ -25,22 +63,10 @@ KVL_EXPORT double KVL_API KVLtfrnpr(int32_t type, const double* rates, const int
                                     const int32_t* pay_on_business_day,
                                     const int32_t* adjustment_code, const int32_t* holiday_options,
                                     const int32_t* holidays, int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
-  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  return kbond::frn::run_note_call(call, err, -1.0, [&](const FrnSchedule& s, int32_t& e) {
-    FrnPrice price;
-    FrnValuation valuation;
-    if ((e = kbond::frn::price_at_yield(s, call.rates, args, yield, false, &price, &valuation))) {
-      return -1.0;
-    }
-    return price.clean * 100.0;
-  });
+  return note_price_or_yield(false, type, rates, rate_dates, rate_count, maturity, settlement, yield,
+                             previous_coupon, coupon_dates, coupon_count, day_count, frequency,
+                             redemption, income_tax, gain_tax, holding, pay_on_business_day,
+                             adjustment_code, holiday_options, holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnpr(const double* rates, const int32_t* rate_dates, int32_t rate_count,
@@ -68,23 +94,10 @@ KVL_EXPORT double KVL_API KVLtfrnyld(int32_t type, const double* rates, const in
                                      const int32_t* pay_on_business_day,
                                      const int32_t* adjustment_code, const int32_t* holiday_options,
                                      const int32_t* holidays, int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
-  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  return kbond::frn::run_note_call(call, err, -1.0, [&](const FrnSchedule& s, int32_t& e) {
-    if (!std::isfinite(price) || price <= 0.0) {
-      e = KVL_ERR_BAD_PRICE;
-      return -1.0;
-    }
-    FrnValuation valuation;
-    if ((e = kbond::frn::prepare_valuation(s, call.rates, args, &valuation))) return -1.0;
-    return kbond::frn::frn_yield_from_price(valuation, price / 100.0, e);
-  });
+  return note_price_or_yield(true, type, rates, rate_dates, rate_count, maturity, settlement, price,
+                             previous_coupon, coupon_dates, coupon_count, day_count, frequency,
+                             redemption, income_tax, gain_tax, holding, pay_on_business_day,
+                             adjustment_code, holiday_options, holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnyld(const double* rates, const int32_t* rate_dates, int32_t rate_count,

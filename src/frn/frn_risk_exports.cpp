@@ -33,8 +33,8 @@ struct RiskRequest {
 };
 
 double risk_measure(const NoteCall& call, const ValuationArgs& args, const RiskRequest& request,
-                    int32_t& err) noexcept {
-  return kbond::frn::run_note_call(call, err, -1.0, [&](const FrnSchedule& s, int32_t& e) {
+                    int32_t* error) noexcept {
+  return kbond::frn::run_note_call(call, error, -1.0, [&](const FrnSchedule& s, int32_t& e) {
     const double divisor = request.divisor ? *request.divisor : request.default_divisor;
     if (request.measure == Measure::kPerDivisor && (!(divisor > 0.0) || !std::isfinite(divisor))) {
       e = KVL_ERR_INVALID;
@@ -64,32 +64,25 @@ double risk_measure(const NoteCall& call, const ValuationArgs& args, const RiskR
   });
 }
 
-}  // namespace
-
-namespace {
-
-// The value of a basis point and of a 32nd differ only by the default
-// divisor (100 and 32): one body serves both.
-double value_per_divisor(int32_t type, const double* rates, const int32_t* rate_dates,
-                         int32_t rate_count, int32_t maturity, int32_t settlement, double yield,
-                         const int32_t* previous_coupon, const int32_t* coupon_dates,
-                         int32_t coupon_count, const int32_t* day_count, const int32_t* frequency,
-                         const double* redemption, const double* income_tax,
-                         const double* gain_tax, const int32_t* holding, const double* divisor,
-                         double default_divisor, const int32_t* pay_on_business_day,
-                         const int32_t* adjustment_code, const int32_t* holiday_options,
-                         const int32_t* holidays, int32_t holiday_count, int32_t* error) noexcept {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
+// The typed risk exports' arguments in one list: `macaulay` is read by the
+// duration only, `divisor` and `default_divisor` by the values per basis
+// point (100) and per 32nd (32).
+double note_risk(Measure measure, int32_t type, const double* rates, const int32_t* rate_dates,
+                 int32_t rate_count, int32_t maturity, int32_t settlement, double yield,
+                 const int32_t* previous_coupon, const int32_t* coupon_dates, int32_t coupon_count,
+                 const int32_t* day_count, const int32_t* frequency, const double* redemption,
+                 const int32_t* macaulay, const double* income_tax, const double* gain_tax,
+                 const int32_t* holding, const double* divisor, double default_divisor,
+                 const int32_t* pay_on_business_day, const int32_t* adjustment_code,
+                 const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count,
+                 int32_t* error) noexcept {
   const NoteCall call = kbond::frn::make_note_call(
       type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
       coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
       holidays, holiday_count);
   const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  const RiskRequest request{Measure::kPerDivisor, yield, nullptr, frequency, divisor,
-                            default_divisor};
-  return risk_measure(call, args, request, err);
+  const RiskRequest request{measure, yield, macaulay, frequency, divisor, default_divisor};
+  return risk_measure(call, args, request, error);
 }
 
 }  // namespace
@@ -106,16 +99,10 @@ KVL_EXPORT double KVL_API KVLtfrndur(int32_t type, const double* rates, const in
                                      const int32_t* holding, const int32_t* pay_on_business_day,
                                      const int32_t* adjustment_code, const int32_t* holiday_options,
                                      const int32_t* holidays, int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
-  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  const RiskRequest request{Measure::kDuration, yield, macaulay, frequency, nullptr, 0.0};
-  return risk_measure(call, args, request, err);
+  return note_risk(Measure::kDuration, type, rates, rate_dates, rate_count, maturity, settlement, yield,
+                   previous_coupon, coupon_dates, coupon_count, day_count, frequency, redemption,
+                   macaulay, income_tax, gain_tax, holding, nullptr, 0.0, pay_on_business_day,
+                   adjustment_code, holiday_options, holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrndur(const double* rates, const int32_t* rate_dates, int32_t rate_count,
@@ -144,16 +131,10 @@ KVL_EXPORT double KVL_API KVLtfrnconv(int32_t type, const double* rates, const i
                                       const int32_t* pay_on_business_day,
                                       const int32_t* adjustment_code, const int32_t* holiday_options,
                                       const int32_t* holidays, int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
-  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  const RiskRequest request{Measure::kConvexity, yield, nullptr, frequency, nullptr, 0.0};
-  return risk_measure(call, args, request, err);
+  return note_risk(Measure::kConvexity, type, rates, rate_dates, rate_count, maturity, settlement, yield,
+                   previous_coupon, coupon_dates, coupon_count, day_count, frequency, redemption,
+                   nullptr, income_tax, gain_tax, holding, nullptr, 0.0, pay_on_business_day,
+                   adjustment_code, holiday_options, holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnconv(const double* rates, const int32_t* rate_dates, int32_t rate_count,
@@ -182,11 +163,10 @@ KVL_EXPORT double KVL_API KVLtfrnvalbp(int32_t type, const double* rates, const 
                                        const int32_t* adjustment_code,
                                        const int32_t* holiday_options, const int32_t* holidays,
                                        int32_t holiday_count, int32_t* error) {
-  return value_per_divisor(type, rates, rate_dates, rate_count, maturity, settlement, yield,
-                           previous_coupon, coupon_dates, coupon_count, day_count, frequency,
-                           redemption, income_tax, gain_tax, holding, divisor, 100.0,
-                           pay_on_business_day, adjustment_code, holiday_options, holidays,
-                           holiday_count, error);
+  return note_risk(Measure::kPerDivisor, type, rates, rate_dates, rate_count, maturity, settlement, yield,
+                   previous_coupon, coupon_dates, coupon_count, day_count, frequency, redemption,
+                   nullptr, income_tax, gain_tax, holding, divisor, 100.0, pay_on_business_day,
+                   adjustment_code, holiday_options, holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnvalbp(const double* rates, const int32_t* rate_dates, int32_t rate_count,
@@ -216,11 +196,10 @@ KVL_EXPORT double KVL_API KVLtfrnval32(int32_t type, const double* rates, const 
                                        const int32_t* adjustment_code,
                                        const int32_t* holiday_options, const int32_t* holidays,
                                        int32_t holiday_count, int32_t* error) {
-  return value_per_divisor(type, rates, rate_dates, rate_count, maturity, settlement, yield,
-                           previous_coupon, coupon_dates, coupon_count, day_count, frequency,
-                           redemption, income_tax, gain_tax, holding, divisor, 32.0,
-                           pay_on_business_day, adjustment_code, holiday_options, holidays,
-                           holiday_count, error);
+  return note_risk(Measure::kPerDivisor, type, rates, rate_dates, rate_count, maturity, settlement, yield,
+                   previous_coupon, coupon_dates, coupon_count, day_count, frequency, redemption,
+                   nullptr, income_tax, gain_tax, holding, divisor, 32.0, pay_on_business_day,
+                   adjustment_code, holiday_options, holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnval32(const double* rates, const int32_t* rate_dates, int32_t rate_count,

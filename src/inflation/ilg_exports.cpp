@@ -17,32 +17,6 @@ void set_error(int32_t* error, int32_t code) noexcept {
   if (error != nullptr) *error = code;
 }
 
-IlgArgs make_args(double real_coupon, double next_coupon_amount, double base_index, double latest_index,
-                  int32_t maturity, int32_t settlement, const int32_t* previous_coupon,
-                  const int32_t* next_coupon, const double* inflation,
-                  const int32_t* pay_on_business_day, const int32_t* holiday_options,
-                  const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override,
-                  const int32_t* end_of_month, const int32_t* extra_date) noexcept {
-  IlgArgs args;
-  args.real_coupon = real_coupon;
-  args.next_coupon_amount = next_coupon_amount;
-  args.base_index = base_index;
-  args.latest_index = latest_index;
-  args.maturity = maturity;
-  args.settlement = settlement;
-  args.previous_coupon = previous_coupon;
-  args.next_coupon = next_coupon;
-  args.inflation = inflation;
-  args.pay_on_business_day = pay_on_business_day;
-  args.holiday_options = holiday_options;
-  args.holidays = holidays;
-  args.holiday_count = holiday_count;
-  args.ex_dividend_override = ex_dividend_override;
-  args.end_of_month = end_of_month;
-  args.extra_date = extra_date;
-  return args;
-}
-
 double ilg_price(const IlgArgs& args, double yield, int32_t* error) noexcept {
   IlgDesc desc;
   int32_t err = 0;
@@ -121,10 +95,9 @@ KVL_EXPORT double KVL_API KVLilgpr(double real_coupon, double next_coupon_amount
                                    const int32_t* holiday_options, const int32_t* holidays,
                                    int32_t holiday_count, const int32_t* ex_dividend_override,
                                    const int32_t* end_of_month, int32_t /*reserved*/, int32_t* error) {
-  return ilg_price(make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
-                             previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
-                             holidays, holiday_count, ex_dividend_override, end_of_month, nullptr),
-                   yield, error);
+  return KVLilgpr2(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement, yield,
+                   nullptr, previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
+                   holidays, holiday_count, ex_dividend_override, end_of_month, 0, error);
 }
 
 KVL_EXPORT double KVL_API KVLilgpr2(double real_coupon, double next_coupon_amount, double base_index,
@@ -135,9 +108,9 @@ KVL_EXPORT double KVL_API KVLilgpr2(double real_coupon, double next_coupon_amoun
                                     const int32_t* holidays, int32_t holiday_count,
                                     const int32_t* ex_dividend_override, const int32_t* end_of_month,
                                     int32_t /*reserved*/, int32_t* error) {
-  return ilg_price(make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
-                             previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
-                             holidays, holiday_count, ex_dividend_override, end_of_month, extra_date),
+  return ilg_price(IlgArgs{real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
+                           previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
+                           holidays, holiday_count, ex_dividend_override, end_of_month, extra_date},
                    yield, error);
 }
 
@@ -148,10 +121,9 @@ KVL_EXPORT double KVL_API KVLilgyld(double real_coupon, double next_coupon_amoun
                                     const int32_t* holiday_options, const int32_t* holidays,
                                     int32_t holiday_count, const int32_t* ex_dividend_override,
                                     const int32_t* end_of_month, int32_t /*reserved*/, int32_t* error) {
-  return ilg_yield(make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
-                             previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
-                             holidays, holiday_count, ex_dividend_override, end_of_month, nullptr),
-                   price, error);
+  return KVLilgyld2(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement, price,
+                    nullptr, previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
+                    holidays, holiday_count, ex_dividend_override, end_of_month, 0, error);
 }
 
 KVL_EXPORT double KVL_API KVLilgyld2(double real_coupon, double next_coupon_amount, double base_index,
@@ -162,9 +134,9 @@ KVL_EXPORT double KVL_API KVLilgyld2(double real_coupon, double next_coupon_amou
                                      const int32_t* holidays, int32_t holiday_count,
                                      const int32_t* ex_dividend_override, const int32_t* end_of_month,
                                      int32_t /*reserved*/, int32_t* error) {
-  return ilg_yield(make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
-                             previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
-                             holidays, holiday_count, ex_dividend_override, end_of_month, extra_date),
+  return ilg_yield(IlgArgs{real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
+                           previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
+                           holidays, holiday_count, ex_dividend_override, end_of_month, extra_date},
                    price, error);
 }
 
@@ -175,9 +147,9 @@ KVL_EXPORT double KVL_API KVLilgai(double real_coupon, double next_coupon_amount
                                    const int32_t* ex_dividend_override, const int32_t* end_of_month,
                                    int32_t* error) {
   IlgDesc desc;
-  const IlgArgs args = make_args(real_coupon, next_coupon_amount, 100.0, 100.0, maturity, settlement,
-                                 previous_coupon, next_coupon, nullptr, nullptr, holiday_options, holidays,
-                                 holiday_count, ex_dividend_override, end_of_month, nullptr);
+  const IlgArgs args{real_coupon, next_coupon_amount, 100.0, 100.0, maturity, settlement,
+                     previous_coupon, next_coupon, nullptr, nullptr, holiday_options, holidays,
+                     holiday_count, ex_dividend_override, end_of_month};
   if (!ilg_setup(args, &desc)) {
     set_error(error, 1);
     return -1.0;
@@ -194,12 +166,10 @@ KVL_EXPORT int32_t KVL_API KVLilgcshflw(int32_t** dates_out, double** amounts_ou
                                         const int32_t* holiday_options, const int32_t* holidays,
                                         int32_t holiday_count, const int32_t* ex_dividend_override,
                                         const int32_t* end_of_month, int32_t /*reserved*/, int32_t* error) {
-  return ilg_cashflows(dates_out, amounts_out, redemption_out,
-                       make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity,
-                                 settlement, previous_coupon, next_coupon, inflation, pay_on_business_day,
-                                 holiday_options, holidays, holiday_count, ex_dividend_override,
-                                 end_of_month, nullptr),
-                       error);
+  return KVLilgcshflw2(dates_out, amounts_out, redemption_out, real_coupon, next_coupon_amount, base_index,
+                       latest_index, maturity, settlement, nullptr, previous_coupon, next_coupon, inflation,
+                       pay_on_business_day, holiday_options, holidays, holiday_count,
+                       ex_dividend_override, end_of_month, 0, error);
 }
 
 KVL_EXPORT int32_t KVL_API KVLilgcshflw2(int32_t** dates_out, double** amounts_out, double* redemption_out,
@@ -212,10 +182,10 @@ KVL_EXPORT int32_t KVL_API KVLilgcshflw2(int32_t** dates_out, double** amounts_o
                                          const int32_t* ex_dividend_override, const int32_t* end_of_month,
                                          int32_t /*reserved*/, int32_t* error) {
   return ilg_cashflows(dates_out, amounts_out, redemption_out,
-                       make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity,
-                                 settlement, previous_coupon, next_coupon, inflation, pay_on_business_day,
-                                 holiday_options, holidays, holiday_count, ex_dividend_override,
-                                 end_of_month, extra_date),
+                       IlgArgs{real_coupon, next_coupon_amount, base_index, latest_index, maturity,
+                               settlement, previous_coupon, next_coupon, inflation, pay_on_business_day,
+                               holiday_options, holidays, holiday_count, ex_dividend_override,
+                               end_of_month, extra_date},
                        error);
 }
 

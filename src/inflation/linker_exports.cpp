@@ -70,8 +70,8 @@ double linker_yield_export(const LinkerFamily& family, const LinkerArgs& args, d
   return yield;
 }
 
-double linker_duration_export(const LinkerFamily& family, const LinkerArgs& args, double yield,
-                              int32_t* error) noexcept {
+double linker_risk_export(const LinkerFamily& family, const LinkerArgs& args, double yield,
+                          bool convexity, int32_t* error) noexcept {
   LinkerDesc desc;
   LinkerValue value;
   const int32_t err = value_at(family, args, yield, &desc, &value);
@@ -80,20 +80,7 @@ double linker_duration_export(const LinkerFamily& family, const LinkerArgs& args
     return -1.0;
   }
   set_error(error, 0);
-  return -value.first / value.dirty;
-}
-
-double linker_convexity_export(const LinkerFamily& family, const LinkerArgs& args, double yield,
-                               int32_t* error) noexcept {
-  LinkerDesc desc;
-  LinkerValue value;
-  const int32_t err = value_at(family, args, yield, &desc, &value);
-  if (err != 0 || !(value.dirty > 0.0)) {
-    set_error(error, err != 0 ? err : 1);
-    return -1.0;
-  }
-  set_error(error, 0);
-  return value.second / value.dirty;
+  return (convexity ? value.second : -value.first) / value.dirty;
 }
 
 double linker_accrued_export(const LinkerFamily& family, LinkerArgs args, int32_t* error) noexcept {
