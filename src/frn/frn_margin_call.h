@@ -48,11 +48,14 @@ using MarginFrame =
                       frn_call_release, engine::LockLifetime::kNone,
                       engine::SetUpError::kPassThrough>;
 
-// Runs `compute(schedule, err)` on the placed schedule; -1.0 with the error
-// code when the type or the schedule cannot be set up, or error 1 when the
-// margin overflows.
+// Runs `compute(schedule, err)` on the placed schedule with the caller's
+// error cleared (NULL: a local one); -1.0 with the error code when the type
+// or the schedule cannot be set up, or error 1 when the margin overflows.
 template <class Compute>
-double run_margin_call(const MarginCall& call, int32_t& err, Compute&& compute) noexcept {
+double run_margin_call(const MarginCall& call, int32_t* error, Compute&& compute) noexcept {
+  int32_t local = 0;
+  int32_t& err = error ? *error : local;
+  err = 0;
   MarginFrame frame(call, &err);
   if (!frame.ok()) return -1.0;
   // A year length near the largest double shrinks the life to a denormal

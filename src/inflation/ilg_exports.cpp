@@ -53,34 +53,13 @@ int32_t ilg_cashflows(int32_t** dates_out, double** amounts_out, double* redempt
     set_error(error, 1);
     return 0;
   }
-  int32_t rows = 0;
-  bool finite = true;
-  const double redemption = kbond::inflation::visit_ilg_flows(desc, [&](int32_t, double amount, double) {
-    finite = finite && std::isfinite(amount * 100.0);
-    ++rows;
-  });
-  // A tiny base index or an absurd assumed inflation overflows the
-  // projected flows: no table of infinities.
-  if (!finite || !std::isfinite(redemption * 100.0)) {
-    set_error(error, 1);
-    return 0;
-  }
-  kbond::inflation::CashflowColumns columns;
-  if (!kbond::inflation::allocate_cashflow_columns(rows, dates_out != nullptr, amounts_out != nullptr,
-                                                   &columns)) {
-    set_error(error, KVL_ERR_NO_MEMORY);
-    return 0;
-  }
-  int32_t row = 0;
-  kbond::inflation::visit_ilg_flows(desc, [&](int32_t date, double amount, double) {
-    if (columns.dates != nullptr) columns.dates[row] = date;
-    if (columns.amounts != nullptr) columns.amounts[row] = amount * 100.0;
-    ++row;
-  });
-  if (dates_out != nullptr) *dates_out = columns.dates;
-  if (amounts_out != nullptr) *amounts_out = columns.amounts;
-  if (redemption_out != nullptr) *redemption_out = redemption * 100.0;
-  set_error(error, 0);
+  double redemption = 0.0;
+  int32_t err = 0;
+  const int32_t rows = kbond::inflation::write_flow_columns(
+      [&](auto&& on_flow) { return kbond::inflation::visit_ilg_flows(desc, on_flow); }, false,
+      dates_out, amounts_out, &redemption, err);
+  if (redemption_out != nullptr && err == 0) *redemption_out = redemption;
+  set_error(error, err);
   return rows;
 }
 
