@@ -13,12 +13,8 @@
 
 #include "frn/frn_note_call.h"
 
-using kbond::frn::FrnPrice;
-using kbond::frn::FrnSchedule;
-using kbond::frn::FrnValuation;
-using kbond::frn::NoteCall;
-using kbond::frn::ValuationArgs;
 
+namespace kbond::frn {
 namespace {
 
 enum class Measure { kDuration, kConvexity, kPerDivisor };
@@ -34,7 +30,7 @@ struct RiskRequest {
 
 double risk_measure(const NoteCall& call, const ValuationArgs& args, const RiskRequest& request,
                     int32_t* error) noexcept {
-  return kbond::frn::run_note_call(call, error, -1.0, [&](const FrnSchedule& s, int32_t& e) {
+  return run_note_call(call, error, -1.0, [&](const FrnSchedule& s, int32_t& e) {
     const double divisor = request.divisor ? *request.divisor : request.default_divisor;
     if (request.measure == Measure::kPerDivisor && (!(divisor > 0.0) || !std::isfinite(divisor))) {
       e = KVL_ERR_INVALID;
@@ -43,7 +39,7 @@ double risk_measure(const NoteCall& call, const ValuationArgs& args, const RiskR
     FrnPrice price;
     FrnValuation valuation;
     const bool want_second = request.measure == Measure::kConvexity;
-    if ((e = kbond::frn::price_at_yield(s, call.rates, args, request.yield, want_second, &price,
+    if ((e = price_at_yield(s, call.rates, args, request.yield, want_second, &price,
                                         &valuation))) {
       return -1.0;
     }
@@ -76,7 +72,7 @@ double note_risk(Measure measure, int32_t type, const double* rates, const int32
                  const int32_t* pay_on_business_day, const int32_t* adjustment_code,
                  const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count,
                  int32_t* error) noexcept {
-  const NoteCall call = kbond::frn::make_note_call(
+  const NoteCall call = make_note_call(
       type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
       coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
       holidays, holiday_count);
@@ -86,6 +82,7 @@ double note_risk(Measure measure, int32_t type, const double* rates, const int32
 }
 
 }  // namespace
+}  // namespace kbond::frn
 
 extern "C" {
 
@@ -99,10 +96,11 @@ KVL_EXPORT double KVL_API KVLtfrndur(int32_t type, const double* rates, const in
                                      const int32_t* holding, const int32_t* pay_on_business_day,
                                      const int32_t* adjustment_code, const int32_t* holiday_options,
                                      const int32_t* holidays, int32_t holiday_count, int32_t* error) {
-  return note_risk(Measure::kDuration, type, rates, rate_dates, rate_count, maturity, settlement, yield,
-                   previous_coupon, coupon_dates, coupon_count, day_count, frequency, redemption,
-                   macaulay, income_tax, gain_tax, holding, nullptr, 0.0, pay_on_business_day,
-                   adjustment_code, holiday_options, holidays, holiday_count, error);
+  return kbond::frn::note_risk(kbond::frn::Measure::kDuration, type, rates, rate_dates, rate_count,
+                               maturity, settlement, yield, previous_coupon, coupon_dates, coupon_count,
+                               day_count, frequency, redemption, macaulay, income_tax, gain_tax, holding,
+                               nullptr, 0.0, pay_on_business_day, adjustment_code, holiday_options,
+                               holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrndur(const double* rates, const int32_t* rate_dates, int32_t rate_count,
@@ -131,10 +129,11 @@ KVL_EXPORT double KVL_API KVLtfrnconv(int32_t type, const double* rates, const i
                                       const int32_t* pay_on_business_day,
                                       const int32_t* adjustment_code, const int32_t* holiday_options,
                                       const int32_t* holidays, int32_t holiday_count, int32_t* error) {
-  return note_risk(Measure::kConvexity, type, rates, rate_dates, rate_count, maturity, settlement, yield,
-                   previous_coupon, coupon_dates, coupon_count, day_count, frequency, redemption,
-                   nullptr, income_tax, gain_tax, holding, nullptr, 0.0, pay_on_business_day,
-                   adjustment_code, holiday_options, holidays, holiday_count, error);
+  return kbond::frn::note_risk(kbond::frn::Measure::kConvexity, type, rates, rate_dates, rate_count,
+                               maturity, settlement, yield, previous_coupon, coupon_dates, coupon_count,
+                               day_count, frequency, redemption, nullptr, income_tax, gain_tax, holding,
+                               nullptr, 0.0, pay_on_business_day, adjustment_code, holiday_options,
+                               holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnconv(const double* rates, const int32_t* rate_dates, int32_t rate_count,
@@ -163,10 +162,11 @@ KVL_EXPORT double KVL_API KVLtfrnvalbp(int32_t type, const double* rates, const 
                                        const int32_t* adjustment_code,
                                        const int32_t* holiday_options, const int32_t* holidays,
                                        int32_t holiday_count, int32_t* error) {
-  return note_risk(Measure::kPerDivisor, type, rates, rate_dates, rate_count, maturity, settlement, yield,
-                   previous_coupon, coupon_dates, coupon_count, day_count, frequency, redemption,
-                   nullptr, income_tax, gain_tax, holding, divisor, 100.0, pay_on_business_day,
-                   adjustment_code, holiday_options, holidays, holiday_count, error);
+  return kbond::frn::note_risk(kbond::frn::Measure::kPerDivisor, type, rates, rate_dates, rate_count,
+                               maturity, settlement, yield, previous_coupon, coupon_dates, coupon_count,
+                               day_count, frequency, redemption, nullptr, income_tax, gain_tax, holding,
+                               divisor, 100.0, pay_on_business_day, adjustment_code, holiday_options,
+                               holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnvalbp(const double* rates, const int32_t* rate_dates, int32_t rate_count,
@@ -196,10 +196,11 @@ KVL_EXPORT double KVL_API KVLtfrnval32(int32_t type, const double* rates, const 
                                        const int32_t* adjustment_code,
                                        const int32_t* holiday_options, const int32_t* holidays,
                                        int32_t holiday_count, int32_t* error) {
-  return note_risk(Measure::kPerDivisor, type, rates, rate_dates, rate_count, maturity, settlement, yield,
-                   previous_coupon, coupon_dates, coupon_count, day_count, frequency, redemption,
-                   nullptr, income_tax, gain_tax, holding, divisor, 32.0, pay_on_business_day,
-                   adjustment_code, holiday_options, holidays, holiday_count, error);
+  return kbond::frn::note_risk(kbond::frn::Measure::kPerDivisor, type, rates, rate_dates, rate_count,
+                               maturity, settlement, yield, previous_coupon, coupon_dates, coupon_count,
+                               day_count, frequency, redemption, nullptr, income_tax, gain_tax, holding,
+                               divisor, 32.0, pay_on_business_day, adjustment_code, holiday_options,
+                               holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnval32(const double* rates, const int32_t* rate_dates, int32_t rate_count,

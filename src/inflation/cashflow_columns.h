@@ -40,7 +40,7 @@ int32_t write_flow_columns(const Visit& visit, bool redemption_in_last_row, int3
     ++rows;
   });
   if (!finite || !std::isfinite(factor * 100.0)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return 0;
   }
   CashflowColumns columns;

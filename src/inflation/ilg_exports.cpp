@@ -21,15 +21,15 @@ double ilg_price(const IlgArgs& args, double yield, int32_t* error) noexcept {
   IlgDesc desc;
   int32_t err = 0;
   if (!ilg_setup(args, &desc) || !std::isfinite(yield)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
   const double price = kbond::inflation::ilg_clean_price(desc, yield, &err);
   if (err == 0 && !std::isfinite(price)) {  // an index ratio too large for a double
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
-  set_error(error, err != 0 ? 1 : 0);
+  set_error(error, err != 0 ? KVL_ERR_INVALID : 0);
   return price;  // on failure the valuation's own failure value (-100 or -1)
 }
 
@@ -37,7 +37,7 @@ double ilg_yield(const IlgArgs& args, double price, int32_t* error) noexcept {
   IlgDesc desc;
   int32_t err = 0;
   if (!ilg_setup(args, &desc)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
   const double yield = kbond::inflation::ilg_yield(desc, price, &err);
@@ -50,7 +50,7 @@ int32_t ilg_cashflows(int32_t** dates_out, double** amounts_out, double* redempt
   kbond::inflation::clear_cashflow_outputs(dates_out, amounts_out);
   IlgDesc desc;
   if (!ilg_setup(args, &desc)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return 0;
   }
   double redemption = 0.0;
@@ -130,7 +130,7 @@ KVL_EXPORT double KVL_API KVLilgai(double real_coupon, double next_coupon_amount
                      previous_coupon, next_coupon, nullptr, nullptr, holiday_options, holidays,
                      holiday_count, ex_dividend_override, end_of_month};
   if (!ilg_setup(args, &desc)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
   set_error(error, 0);

@@ -50,7 +50,7 @@ double linker_price_export(const LinkerFamily& family, const LinkerArgs& args, d
   const double price = engine::round_to(linker_quote(desc, dirty), 3);
   // Real prices divide by the index ratio, which may be tiny.
   if (!std::isfinite(price)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
   return price;
@@ -75,7 +75,7 @@ double linker_risk_export(const LinkerFamily& family, const LinkerArgs& args, do
   LinkerValue value;
   const int32_t err = value_at(family, args, yield, &desc, &value);
   if (err != 0 || !(value.dirty > 0.0)) {
-    set_error(error, err != 0 ? err : 1);
+    set_error(error, err != 0 ? err : KVL_ERR_INVALID);
     return -1.0;
   }
   set_error(error, 0);
