@@ -22,10 +22,9 @@ double note_price_or_yield(bool solve_yield, int32_t type, const double* rates,
                            const int32_t* pay_on_business_day, const int32_t* adjustment_code,
                            const int32_t* holiday_options, const int32_t* holidays,
                            int32_t holiday_count, int32_t* error) noexcept {
-  const NoteCall call = make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
+  const NoteCall call{type, {rates, rate_dates, rate_count}, maturity, settlement, previous_coupon,
+                      coupon_dates, coupon_count, day_count, frequency, pay_on_business_day,
+                      adjustment_code, holiday_options, holidays, holiday_count};
   const ValuationArgs args{redemption, income_tax, gain_tax, holding};
   return run_note_call(call, error, -1.0, [&](const FrnSchedule& s, int32_t& e) {
     FrnValuation valuation;

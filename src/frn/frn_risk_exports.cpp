@@ -72,10 +72,9 @@ double note_risk(Measure measure, int32_t type, const double* rates, const int32
                  const int32_t* pay_on_business_day, const int32_t* adjustment_code,
                  const int32_t* holiday_options, const int32_t* holidays, int32_t holiday_count,
                  int32_t* error) noexcept {
-  const NoteCall call = make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
+  const NoteCall call{type, {rates, rate_dates, rate_count}, maturity, settlement, previous_coupon,
+                      coupon_dates, coupon_count, day_count, frequency, pay_on_business_day,
+                      adjustment_code, holiday_options, holidays, holiday_count};
   const ValuationArgs args{redemption, income_tax, gain_tax, holding};
   const RiskRequest request{measure, yield, macaulay, frequency, divisor, default_divisor};
   return risk_measure(call, args, request, error);
