@@ -53,10 +53,8 @@ using MarginFrame =
 // or the schedule cannot be set up, or error 1 when the margin overflows.
 template <class Compute>
 double run_margin_call(const MarginCall& call, int32_t* error, Compute&& compute) noexcept {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  MarginFrame frame(call, &err);
+  MarginFrame frame(call, error);
+  int32_t& err = frame.error();
   if (!frame.ok()) return -1.0;
   // A year length near the largest double shrinks the life to a denormal
   // and the quotient overflows.

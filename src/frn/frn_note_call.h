@@ -87,10 +87,8 @@ using NoteFrame = engine::CallFrame<NoteCall, FrnCallDesc,
 template <class Result, class Compute>
 Result run_note_call(const NoteCall& call, int32_t* error, Result failure,
                      Compute&& compute) noexcept {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  NoteFrame frame(call, &err);
+  NoteFrame frame(call, error);
+  int32_t& err = frame.error();
   if (!frame.ok()) return failure;
   const FrnSchedule& schedule = frame.desc().schedule;
   if constexpr (std::is_floating_point_v<Result>) {
