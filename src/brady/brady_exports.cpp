@@ -93,6 +93,27 @@ bool read_terms(double guarantee_rate, double collateral_yield, const int32_t* g
   return true;
 }
 
+// The checks and set-up the three exports share: `rejected` is the code of
+// the export's own first check (0 when it passed), then the guarantee and
+// collateral rates, the terms and the bond; `compute(bond, terms, err)` runs
+// on success. Failure value -1.0.
+template <class Compute>
+double run_brady(int32_t rejected, const kbond::engine::bond_args& args, double guarantee_rate,
+                 double collateral_yield, const int32_t* guaranteed, const int32_t* collateral,
+                 int32_t* error, Compute&& compute) noexcept {
+  int32_t local = 0;
+  int32_t* err = error ? error : &local;
+  *err = rejected;
+  if (*err == 0 && (bad_rate(guarantee_rate) || bad_rate(collateral_yield))) *err = KVL_ERR_BAD_RATE;
+  if (*err != 0) return -1.0;
+  kbond::brady::BradyTerms terms;
+  if (!read_terms(guarantee_rate, collateral_yield, guaranteed, collateral, &terms, err))
+    return -1.0;
+  const BradyBond bond(args, err);
+  if (!bond.ok()) return -1.0;
+  return compute(bond, terms, *err);
+}
+
 }  // namespace
 
 // The common bond arguments of the three exports, in their order.
@@ -118,19 +139,12 @@ extern "C" KVL_EXPORT double KVL_API KVLbradypr(
     int32_t n_holidays, const double* factor, const int32_t* sink_dates, int32_t n_sink,
     const int32_t* sink_ends, int32_t n_sink_ends, const double* sink_amounts,
     const double* sink_premium, const int32_t* exdiv_days, int32_t* error) {
-  int32_t local = 0;
-  int32_t* err = error ? error : &local;
-  *err = 0;
-  if (bad_rate(guarantee_rate) || bad_rate(collateral_yield) || bad_rate(stripped_yield)) {
-    *err = KVL_ERR_BAD_RATE;
-    return -1.0;
-  }
-  kbond::brady::BradyTerms terms;
-  if (!read_terms(guarantee_rate, collateral_yield, guaranteed, collateral, &terms, err))
-    return -1.0;
-  const BradyBond bond(KBOND_BRADY_BOND_ARGS, err);
-  if (!bond.ok()) return -1.0;
-  return kbond::brady::brady_value(bond.flows(), terms, stripped_yield, nullptr) - bond.accrued();
+  return run_brady(bad_rate(stripped_yield) ? KVL_ERR_BAD_RATE : 0, KBOND_BRADY_BOND_ARGS,
+                   guarantee_rate, collateral_yield, guaranteed, collateral, error,
+                   [&](const BradyBond& bond, const kbond::brady::BradyTerms& terms, int32_t&) {
+                     return kbond::brady::brady_value(bond.flows(), terms, stripped_yield, nullptr) -
+                            bond.accrued();
+                   });
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbradydur(
@@ -143,25 +157,18 @@ extern "C" KVL_EXPORT double KVL_API KVLbradydur(
     int32_t n_holidays, const double* factor, const int32_t* sink_dates, int32_t n_sink,
     const int32_t* sink_ends, int32_t n_sink_ends, const double* sink_amounts,
     const double* sink_premium, const int32_t* exdiv_days, int32_t* error) {
-  int32_t local = 0;
-  int32_t* err = error ? error : &local;
-  *err = 0;
-  if (bad_rate(guarantee_rate) || bad_rate(collateral_yield) || bad_rate(stripped_yield)) {
-    *err = KVL_ERR_BAD_RATE;
-    return -1.0;
-  }
-  kbond::brady::BradyTerms terms;
-  if (!read_terms(guarantee_rate, collateral_yield, guaranteed, collateral, &terms, err))
-    return -1.0;
-  const BradyBond bond(KBOND_BRADY_BOND_ARGS, err);
-  if (!bond.ok()) return -1.0;
-  double weighted = 0.0;
-  const double value = kbond::brady::brady_value(bond.flows(), terms, stripped_yield, &weighted);
-  if (!(value > 0.0)) {
-    *err = KVL_ERR_INVALID;
-    return -1.0;
-  }
-  return weighted / (bond.flows().frequency * value);
+  return run_brady(bad_rate(stripped_yield) ? KVL_ERR_BAD_RATE : 0, KBOND_BRADY_BOND_ARGS,
+                   guarantee_rate, collateral_yield, guaranteed, collateral, error,
+                   [&](const BradyBond& bond, const kbond::brady::BradyTerms& terms, int32_t& err) {
+                     double weighted = 0.0;
+                     const double value =
+                         kbond::brady::brady_value(bond.flows(), terms, stripped_yield, &weighted);
+                     if (!(value > 0.0)) {
+                       err = KVL_ERR_INVALID;
+                       return -1.0;
+                     }
+                     return weighted / (bond.flows().frequency * value);
+                   });
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbradyyld(
@@ -174,27 +181,16 @@ extern "C" KVL_EXPORT double KVL_API KVLbradyyld(
     int32_t n_holidays, const double* factor, const int32_t* sink_dates, int32_t n_sink,
     const int32_t* sink_ends, int32_t n_sink_ends, const double* sink_amounts,
     const double* sink_premium, const int32_t* exdiv_days, int32_t* error) {
-  int32_t local = 0;
-  int32_t* err = error ? error : &local;
-  *err = 0;
-  if (!(price > 0.0) || !std::isfinite(price)) {
-    *err = KVL_ERR_BAD_PRICE;
-    return -1.0;
-  }
-  if (bad_rate(guarantee_rate) || bad_rate(collateral_yield)) {
-    *err = KVL_ERR_BAD_RATE;
-    return -1.0;
-  }
-  kbond::brady::BradyTerms terms;
-  if (!read_terms(guarantee_rate, collateral_yield, guaranteed, collateral, &terms, err))
-    return -1.0;
-  const BradyBond bond(KBOND_BRADY_BOND_ARGS, err);
-  if (!bond.ok()) return -1.0;
-  double stripped = 0.0;
-  if (!kbond::brady::solve_stripped_yield(bond.flows(), terms, price + bond.accrued(),
-                                          &stripped)) {
-    *err = KVL_ERR_NO_CONVERGENCE;
-    return -1.0;
-  }
-  return stripped;
+  const bool bad_price = !(price > 0.0) || !std::isfinite(price);
+  return run_brady(bad_price ? KVL_ERR_BAD_PRICE : 0, KBOND_BRADY_BOND_ARGS, guarantee_rate,
+                   collateral_yield, guaranteed, collateral, error,
+                   [&](const BradyBond& bond, const kbond::brady::BradyTerms& terms, int32_t& err) {
+                     double stripped = 0.0;
+                     if (!kbond::brady::solve_stripped_yield(bond.flows(), terms,
+                                                             price + bond.accrued(), &stripped)) {
+                       err = KVL_ERR_NO_CONVERGENCE;
+                       return -1.0;
+                     }
+                     return stripped;
+                   });
 }

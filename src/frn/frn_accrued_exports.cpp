@@ -17,14 +17,10 @@ KVL_EXPORT double KVL_API KVLtfrnai(int32_t type, const double* rates, const int
                                     const int32_t* frequency, const int32_t* adjustment_code,
                                     const int32_t* holiday_options, const int32_t* holidays,
                                     int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, nullptr, adjustment_code, holiday_options, holidays,
-      holiday_count);
-  return kbond::frn::run_note_call(call, err, -1.0, [&](const FrnSchedule& s, int32_t&) {
+  const NoteCall call{type, {rates, rate_dates, rate_count}, maturity, settlement, previous_coupon,
+                      coupon_dates, coupon_count, day_count, frequency, nullptr, adjustment_code,
+                      holiday_options, holidays, holiday_count};
+  return kbond::frn::run_note_call(call, error, -1.0, [&](const FrnSchedule& s, int32_t&) {
     return kbond::frn::frn_accrued(call.rates, s) * 100.0;
   });
 }
@@ -46,14 +42,10 @@ KVL_EXPORT double KVL_API KVLtfrncamt(int32_t type, const double* rates, const i
                                       const int32_t* day_count, const int32_t* frequency,
                                       const int32_t* adjustment_code, const int32_t* holiday_options,
                                       const int32_t* holidays, int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, next_coupon,
-      next_coupon ? 1 : 0, day_count, frequency, nullptr, adjustment_code, holiday_options,
-      holidays, holiday_count);
-  return kbond::frn::run_note_call(call, err, -1.0, [&](const FrnSchedule& s, int32_t&) {
+  const NoteCall call{type, {rates, rate_dates, rate_count}, maturity, settlement, previous_coupon,
+                      next_coupon, next_coupon ? 1 : 0, day_count, frequency, nullptr, adjustment_code,
+                      holiday_options, holidays, holiday_count};
+  return kbond::frn::run_note_call(call, error, -1.0, [&](const FrnSchedule& s, int32_t&) {
     return kbond::frn::frn_period_coupon(call.rates, *s.type, s.previous_coupon, s.next_coupon) * 100.0;
   });
 }

@@ -86,12 +86,11 @@ KVL_EXPORT int32_t KVL_API KVLtfrncshflw(int32_t** dates_out, double** amounts_o
   }
   *dates_out = nullptr;
   *amounts_out = nullptr;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
+  const NoteCall call{type, {rates, rate_dates, rate_count}, maturity, settlement, previous_coupon,
+                      coupon_dates, coupon_count, day_count, frequency, pay_on_business_day,
+                      adjustment_code, holiday_options, holidays, holiday_count};
   const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  return kbond::frn::run_note_call(call, err, int32_t{0}, [&](const FrnSchedule& s, int32_t& e) {
+  return kbond::frn::run_note_call(call, &err, int32_t{0}, [&](const FrnSchedule& s, int32_t& e) {
     return fill_cash_flows(s, call.rates, args, price, dates_out, amounts_out, e);
   });
 }

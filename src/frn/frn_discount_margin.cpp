@@ -66,24 +66,15 @@ double search_discount_margin(const DiscountMarginTerms& terms, double start, in
       err = KVL_ERR_DENOMINATOR;
       return margin;
     }
-    if (value > terms.target) {
-      margin += step;
-      if (halving) {
-        step *= 0.5;
-      } else if (went_down) {
-        halving = true;
-      } else {
-        went_up = true;
-      }
+    // Step toward the target; the first reversal starts halving the step.
+    const bool up = value > terms.target;
+    margin += up ? step : -step;
+    if (halving) {
+      step *= 0.5;
+    } else if (up ? went_down : went_up) {
+      halving = true;
     } else {
-      margin -= step;
-      if (halving) {
-        step *= 0.5;
-      } else if (went_up) {
-        halving = true;
-      } else {
-        went_down = true;
-      }
+      (up ? went_up : went_down) = true;
     }
   }
   return margin;

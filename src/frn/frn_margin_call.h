@@ -48,12 +48,13 @@ using MarginFrame =
                       frn_call_release, engine::LockLifetime::kNone,
                       engine::SetUpError::kPassThrough>;
 
-// Runs `compute(schedule, err)` on the placed schedule; -1.0 with the error
-// code when the type or the schedule cannot be set up, or error 1 when the
-// margin overflows.
+// Runs `compute(schedule, err)` on the placed schedule with the caller's
+// error cleared (NULL: a local one); -1.0 with the error code when the type
+// or the schedule cannot be set up, or error 1 when the margin overflows.
 template <class Compute>
-double run_margin_call(const MarginCall& call, int32_t& err, Compute&& compute) noexcept {
-  MarginFrame frame(call, &err);
+double run_margin_call(const MarginCall& call, int32_t* error, Compute&& compute) noexcept {
+  MarginFrame frame(call, error);
+  int32_t& err = frame.error();
   if (!frame.ok()) return -1.0;
   // A year length near the largest double shrinks the life to a denormal
   // and the quotient overflows.

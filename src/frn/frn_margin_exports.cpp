@@ -7,6 +7,26 @@
 using kbond::frn::MarginCall;
 using kbond::frn::MarginMarket;
 
+namespace {
+
+// The simple margin is the discount margin's frame without a stub rate.
+double margin(bool discount, int32_t type, int32_t maturity, int32_t settlement, double current_coupon,
+              double price, double stub_rate, double index_rate, double quoted_margin,
+              const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* day_count,
+              const int32_t* frequency, const int32_t* end_of_month, int32_t* error) noexcept {
+  const MarginCall call{type,        maturity,  settlement, previous_coupon,
+                        next_coupon, day_count, frequency,  end_of_month};
+  const MarginMarket market{current_coupon, price, stub_rate, index_rate, quoted_margin};
+  return kbond::frn::run_margin_call(call, error, [&](const kbond::frn::FrnSchedule& s, int32_t& e) {
+    if ((e = kbond::frn::check_margin_inputs(price, {current_coupon, stub_rate, index_rate, quoted_margin}))) {
+      return -1.0;
+    }
+    return discount ? kbond::frn::discount_margin(s, market, e) : kbond::frn::simple_margin(s, market, e);
+  });
+}
+
+}  // namespace
+
 extern "C" {
 
 KVL_EXPORT double KVL_API KVLtfrnsm(int32_t type, int32_t maturity, int32_t settlement,
@@ -15,16 +35,8 @@ KVL_EXPORT double KVL_API KVLtfrnsm(int32_t type, int32_t maturity, int32_t sett
                                     const int32_t* next_coupon, const int32_t* day_count,
                                     const int32_t* frequency, const int32_t* end_of_month,
                                     int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const MarginCall call{type,        maturity,  settlement, previous_coupon,
-                        next_coupon, day_count, frequency,  end_of_month};
-  const MarginMarket market{current_coupon, price, 0.0, index_rate, quoted_margin};
-  return kbond::frn::run_margin_call(call, err, [&](const kbond::frn::FrnSchedule& s, int32_t& e) {
-    if ((e = kbond::frn::check_margin_inputs(price, {current_coupon, index_rate, quoted_margin}))) return -1.0;
-    return kbond::frn::simple_margin(s, market, e);
-  });
+  return margin(false, type, maturity, settlement, current_coupon, price, 0.0, index_rate, quoted_margin,
+                previous_coupon, next_coupon, day_count, frequency, end_of_month, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnsm(int32_t maturity, int32_t settlement, double current_coupon,
@@ -42,18 +54,8 @@ KVL_EXPORT double KVL_API KVLtfrndm(int32_t type, int32_t maturity, int32_t sett
                                     const int32_t* previous_coupon, const int32_t* next_coupon,
                                     const int32_t* day_count, const int32_t* frequency,
                                     const int32_t* end_of_month, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const MarginCall call{type,        maturity,  settlement, previous_coupon,
-                        next_coupon, day_count, frequency,  end_of_month};
-  const MarginMarket market{current_coupon, price, stub_rate, index_rate, quoted_margin};
-  return kbond::frn::run_margin_call(call, err, [&](const kbond::frn::FrnSchedule& s, int32_t& e) {
-    if ((e = kbond::frn::check_margin_inputs(price, {current_coupon, stub_rate, index_rate, quoted_margin}))) {
-      return -1.0;
-    }
-    return kbond::frn::discount_margin(s, market, e);
-  });
+  return margin(true, type, maturity, settlement, current_coupon, price, stub_rate, index_rate,
+                quoted_margin, previous_coupon, next_coupon, day_count, frequency, end_of_month, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrndm(int32_t maturity, int32_t settlement, double current_coupon,

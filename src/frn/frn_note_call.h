@@ -23,6 +23,9 @@
 
 namespace kbond::frn {
 
+// The common arguments in their order on the interface (plain and typed
+// forms alike); `pay_on_business_day` is NULL for accrued interest and the
+// coupon amount, which take none.
 struct NoteCall {
   int32_t type = 0;
   FrnRateSchedule rates;
@@ -39,34 +42,6 @@ struct NoteCall {
   const int32_t* holidays = nullptr;
   int32_t holiday_count = 0;
 };
-
-// The common arguments in their order on the interface (plain and typed
-// forms alike); `pay_on_business_day` is NULL for accrued interest and the
-// coupon amount, which take none.
-inline NoteCall make_note_call(int32_t type, const double* rates, const int32_t* rate_dates,
-                               int32_t rate_count, int32_t maturity, int32_t settlement,
-                               const int32_t* previous_coupon, const int32_t* coupon_dates,
-                               int32_t coupon_count, const int32_t* day_count,
-                               const int32_t* frequency, const int32_t* pay_on_business_day,
-                               const int32_t* adjustment_code, const int32_t* holiday_options,
-                               const int32_t* holidays, int32_t holiday_count) noexcept {
-  NoteCall call;
-  call.type = type;
-  call.rates = {rates, rate_dates, rate_count};
-  call.maturity = maturity;
-  call.settlement = settlement;
-  call.previous_coupon = previous_coupon;
-  call.coupon_dates = coupon_dates;
-  call.coupon_count = coupon_count;
-  call.day_count = day_count;
-  call.frequency = frequency;
-  call.pay_on_business_day = pay_on_business_day;
-  call.adjustment_code = adjustment_code;
-  call.holiday_options = holiday_options;
-  call.holidays = holidays;
-  call.holiday_count = holiday_count;
-  return call;
-}
 
 // The optional valuation arguments of price, yield, risk and cash flows.
 struct ValuationArgs {
@@ -106,12 +81,14 @@ using NoteFrame = engine::CallFrame<NoteCall, FrnCallDesc,
                                     frn_call_release, engine::LockLifetime::kNone,
                                     engine::SetUpError::kPassThrough>;
 
-// Runs `compute(schedule, err)`; returns `failure` with the code when the
-// type, the rate schedule or the schedule cannot be set up.
+// Runs `compute(schedule, err)` with the caller's error cleared (NULL: a
+// local one); returns `failure` with the code when the type, the rate
+// schedule or the schedule cannot be set up.
 template <class Result, class Compute>
-Result run_note_call(const NoteCall& call, int32_t& err, Result failure,
+Result run_note_call(const NoteCall& call, int32_t* error, Result failure,
                      Compute&& compute) noexcept {
-  NoteFrame frame(call, &err);
+  NoteFrame frame(call, error);
+  int32_t& err = frame.error();
   if (!frame.ok()) return failure;
   const FrnSchedule& schedule = frame.desc().schedule;
   if constexpr (std::is_floating_point_v<Result>) {

@@ -1,17 +1,7 @@
 // KVLfrnpr, KVLtfrnpr: clean price from yield; KVLfrnyld, KVLtfrnyld: yield
 // from clean price.
-#include <cmath>
-
+#include "frn/frn_valuation_call.h"
 #include "k_bond.h"
-
-#include "frn/frn_note_call.h"
-#include "frn/frn_yield.h"
-
-using kbond::frn::FrnPrice;
-using kbond::frn::FrnSchedule;
-using kbond::frn::FrnValuation;
-using kbond::frn::NoteCall;
-using kbond::frn::ValuationArgs;
 
 extern "C" {
 
@@ -25,22 +15,11 @@ KVL_EXPORT double KVL_API KVLtfrnpr(int32_t type, const double* rates, const int
                                     const int32_t* pay_on_business_day,
                                     const int32_t* adjustment_code, const int32_t* holiday_options,
                                     const int32_t* holidays, int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
-  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  return kbond::frn::run_note_call(call, err, -1.0, [&](const FrnSchedule& s, int32_t& e) {
-    FrnPrice price;
-    FrnValuation valuation;
-    if ((e = kbond::frn::price_at_yield(s, call.rates, args, yield, false, &price, &valuation))) {
-      return -1.0;
-    }
-    return price.clean * 100.0;
-  });
+  return kbond::frn::note_valuation(kbond::frn::Measure::kPrice, type, rates, rate_dates, rate_count,
+                                    maturity, settlement, yield, previous_coupon, coupon_dates,
+                                    coupon_count, day_count, frequency, redemption, nullptr, income_tax,
+                                    gain_tax, holding, nullptr, 0.0, pay_on_business_day, adjustment_code,
+                                    holiday_options, holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnpr(const double* rates, const int32_t* rate_dates, int32_t rate_count,
@@ -68,23 +47,11 @@ KVL_EXPORT double KVL_API KVLtfrnyld(int32_t type, const double* rates, const in
                                      const int32_t* pay_on_business_day,
                                      const int32_t* adjustment_code, const int32_t* holiday_options,
                                      const int32_t* holidays, int32_t holiday_count, int32_t* error) {
-  int32_t local = 0;
-  int32_t& err = error ? *error : local;
-  err = 0;
-  const NoteCall call = kbond::frn::make_note_call(
-      type, rates, rate_dates, rate_count, maturity, settlement, previous_coupon, coupon_dates,
-      coupon_count, day_count, frequency, pay_on_business_day, adjustment_code, holiday_options,
-      holidays, holiday_count);
-  const ValuationArgs args{redemption, income_tax, gain_tax, holding};
-  return kbond::frn::run_note_call(call, err, -1.0, [&](const FrnSchedule& s, int32_t& e) {
-    if (!std::isfinite(price) || price <= 0.0) {
-      e = KVL_ERR_BAD_PRICE;
-      return -1.0;
-    }
-    FrnValuation valuation;
-    if ((e = kbond::frn::prepare_valuation(s, call.rates, args, &valuation))) return -1.0;
-    return kbond::frn::frn_yield_from_price(valuation, price / 100.0, e);
-  });
+  return kbond::frn::note_valuation(kbond::frn::Measure::kYield, type, rates, rate_dates, rate_count,
+                                    maturity, settlement, price, previous_coupon, coupon_dates,
+                                    coupon_count, day_count, frequency, redemption, nullptr, income_tax,
+                                    gain_tax, holding, nullptr, 0.0, pay_on_business_day, adjustment_code,
+                                    holiday_options, holidays, holiday_count, error);
 }
 
 KVL_EXPORT double KVL_API KVLfrnyld(const double* rates, const int32_t* rate_dates, int32_t rate_count,

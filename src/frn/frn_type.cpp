@@ -53,36 +53,35 @@ double default_year_length(int32_t day_count) noexcept {
   }
 }
 
+namespace {
+
+// Copies an override the caller gave after its check: 0 or the check's code.
+template <class T>
+int32_t checked_copy(const T* given, int32_t (*check)(T) noexcept, T& field) noexcept {
+  if (!given) return 0;
+  if (int32_t code = check(*given)) return code;
+  field = *given;
+  return 0;
+}
+
+}  // namespace
+
 int32_t apply_overrides(FrnType& record, const FrnTypeOverrides& o) noexcept {
   int32_t code = 0;
-  if (o.frequency) {
-    if ((code = check_frequency(*o.frequency))) return code;
-    record.frequency = *o.frequency;
-  }
-  if (o.day_count) {
-    if ((code = check_day_count(*o.day_count))) return code;
-    record.day_count = *o.day_count;
-  }
-  if (o.business_day_rule) {
-    if ((code = check_business_day_rule(*o.business_day_rule))) return code;
-    record.business_day_rule = *o.business_day_rule;
-  }
-  if (o.end_of_month) {
-    if ((code = check_end_of_month(*o.end_of_month))) return code;
-    record.end_of_month = *o.end_of_month;
+  if ((code = checked_copy(o.frequency, check_frequency, record.frequency)) ||
+      (code = checked_copy(o.day_count, check_day_count, record.day_count)) ||
+      (code = checked_copy(o.business_day_rule, check_business_day_rule, record.business_day_rule)) ||
+      (code = checked_copy(o.end_of_month, check_end_of_month, record.end_of_month))) {
+    return code;
   }
   if (o.holiday_options) {
     if ((code = check_holiday_options(*o.holiday_options))) return code;
     record.holiday_option_a = *o.holiday_options & 1;
     record.holiday_option_b = *o.holiday_options & 2;
   }
-  if (o.option_flag) {
-    if ((code = check_option_flag(*o.option_flag))) return code;
-    record.option_flag = *o.option_flag;
-  }
-  if (o.year_length) {
-    if ((code = check_year_length(*o.year_length))) return code;
-    record.year_length = *o.year_length;
+  if ((code = checked_copy(o.option_flag, check_option_flag, record.option_flag)) ||
+      (code = checked_copy(o.year_length, check_year_length, record.year_length))) {
+    return code;
   }
   if (o.extra_accrual_days) record.extra_accrual_days = *o.extra_accrual_days;
   return 0;

@@ -15,8 +15,7 @@
 #include <cstdint>
 
 #include "dates/business_days.h"
-#include "inflation/assumed_inflation.h"
-#include "inflation/coupon_period.h"
+#include "inflation/indexed_bond.h"
 
 namespace kbond::inflation {
 
@@ -45,23 +44,14 @@ struct IlgArgs {
   const int32_t* extra_date = nullptr;  // month of the latest index (the "2" variants)
 };
 
-struct IlgDesc {
+struct IlgDesc : IndexedBond {
   double real_coupon = 0.0;
   double next_coupon_amount = 0.0;  // fraction of par (cash per 100 x 0.01)
   double base_index = 0.0;
   double latest_index = 0.0;
-  int32_t maturity = 0;
-  int32_t settlement = 0;
-  CouponPeriod period;
-  double inflation = kDefaultInflation;
-  int32_t end_of_month = 0;
-  bool pay_on_business_day = false;
-  dates::BusinessCalendar calendar;
   int32_t latest_index_date = 0;  // 0: the index month two months before settlement
   bool ex_dividend = false;
-  double accrued_fraction = 0.0;  // accrued days over the year basis of the period
   double period_fraction = 0.0;   // current period over a regular half-year
-  double accrued = 0.0;           // per 100, rounded to 6 decimals
 };
 
 // Ex-dividend date of coupon date `coupon_date`: the day after the date seven

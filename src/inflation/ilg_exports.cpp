@@ -17,45 +17,19 @@ void set_error(int32_t* error, int32_t code) noexcept {
   if (error != nullptr) *error = code;
 }
 
-IlgArgs make_args(double real_coupon, double next_coupon_amount, double base_index, double latest_index,
-                  int32_t maturity, int32_t settlement, const int32_t* previous_coupon,
-                  const int32_t* next_coupon, const double* inflation,
-                  const int32_t* pay_on_business_day, const int32_t* holiday_options,
-                  const int32_t* holidays, int32_t holiday_count, const int32_t* ex_dividend_override,
-                  const int32_t* end_of_month, const int32_t* extra_date) noexcept {
-  IlgArgs args;
-  args.real_coupon = real_coupon;
-  args.next_coupon_amount = next_coupon_amount;
-  args.base_index = base_index;
-  args.latest_index = latest_index;
-  args.maturity = maturity;
-  args.settlement = settlement;
-  args.previous_coupon = previous_coupon;
-  args.next_coupon = next_coupon;
-  args.inflation = inflation;
-  args.pay_on_business_day = pay_on_business_day;
-  args.holiday_options = holiday_options;
-  args.holidays = holidays;
-  args.holiday_count = holiday_count;
-  args.ex_dividend_override = ex_dividend_override;
-  args.end_of_month = end_of_month;
-  args.extra_date = extra_date;
-  return args;
-}
-
 double ilg_price(const IlgArgs& args, double yield, int32_t* error) noexcept {
   IlgDesc desc;
   int32_t err = 0;
   if (!ilg_setup(args, &desc) || !std::isfinite(yield)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
   const double price = kbond::inflation::ilg_clean_price(desc, yield, &err);
   if (err == 0 && !std::isfinite(price)) {  // an index ratio too large for a double
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
-  set_error(error, err != 0 ? 1 : 0);
+  set_error(error, err != 0 ? KVL_ERR_INVALID : 0);
   return price;  // on failure the valuation's own failure value (-100 or -1)
 }
 
@@ -63,7 +37,7 @@ double ilg_yield(const IlgArgs& args, double price, int32_t* error) noexcept {
   IlgDesc desc;
   int32_t err = 0;
   if (!ilg_setup(args, &desc)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
   const double yield = kbond::inflation::ilg_yield(desc, price, &err);
@@ -76,37 +50,16 @@ int32_t ilg_cashflows(int32_t** dates_out, double** amounts_out, double* redempt
   kbond::inflation::clear_cashflow_outputs(dates_out, amounts_out);
   IlgDesc desc;
   if (!ilg_setup(args, &desc)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return 0;
   }
-  int32_t rows = 0;
-  bool finite = true;
-  const double redemption = kbond::inflation::visit_ilg_flows(desc, [&](int32_t, double amount, double) {
-    finite = finite && std::isfinite(amount * 100.0);
-    ++rows;
-  });
-  // A tiny base index or an absurd assumed inflation overflows the
-  // projected flows: no table of infinities.
-  if (!finite || !std::isfinite(redemption * 100.0)) {
-    set_error(error, 1);
-    return 0;
-  }
-  kbond::inflation::CashflowColumns columns;
-  if (!kbond::inflation::allocate_cashflow_columns(rows, dates_out != nullptr, amounts_out != nullptr,
-                                                   &columns)) {
-    set_error(error, KVL_ERR_NO_MEMORY);
-    return 0;
-  }
-  int32_t row = 0;
-  kbond::inflation::visit_ilg_flows(desc, [&](int32_t date, double amount, double) {
-    if (columns.dates != nullptr) columns.dates[row] = date;
-    if (columns.amounts != nullptr) columns.amounts[row] = amount * 100.0;
-    ++row;
-  });
-  if (dates_out != nullptr) *dates_out = columns.dates;
-  if (amounts_out != nullptr) *amounts_out = columns.amounts;
-  if (redemption_out != nullptr) *redemption_out = redemption * 100.0;
-  set_error(error, 0);
+  double redemption = 0.0;
+  int32_t err = 0;
+  const int32_t rows = kbond::inflation::write_flow_columns(
+      [&](auto&& on_flow) { return kbond::inflation::visit_ilg_flows(desc, on_flow); }, false,
+      dates_out, amounts_out, &redemption, err);
+  if (redemption_out != nullptr && err == 0) *redemption_out = redemption;
+  set_error(error, err);
   return rows;
 }
 
@@ -121,10 +74,9 @@ KVL_EXPORT double KVL_API KVLilgpr(double real_coupon, double next_coupon_amount
                                    const int32_t* holiday_options, const int32_t* holidays,
                                    int32_t holiday_count, const int32_t* ex_dividend_override,
                                    const int32_t* end_of_month, int32_t /*reserved*/, int32_t* error) {
-  return ilg_price(make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
-                             previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
-                             holidays, holiday_count, ex_dividend_override, end_of_month, nullptr),
-                   yield, error);
+  return KVLilgpr2(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement, yield,
+                   nullptr, previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
+                   holidays, holiday_count, ex_dividend_override, end_of_month, 0, error);
 }
 
 KVL_EXPORT double KVL_API KVLilgpr2(double real_coupon, double next_coupon_amount, double base_index,
@@ -135,9 +87,9 @@ KVL_EXPORT double KVL_API KVLilgpr2(double real_coupon, double next_coupon_amoun
                                     const int32_t* holidays, int32_t holiday_count,
                                     const int32_t* ex_dividend_override, const int32_t* end_of_month,
                                     int32_t /*reserved*/, int32_t* error) {
-  return ilg_price(make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
-                             previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
-                             holidays, holiday_count, ex_dividend_override, end_of_month, extra_date),
+  return ilg_price(IlgArgs{real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
+                           previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
+                           holidays, holiday_count, ex_dividend_override, end_of_month, extra_date},
                    yield, error);
 }
 
@@ -148,10 +100,9 @@ KVL_EXPORT double KVL_API KVLilgyld(double real_coupon, double next_coupon_amoun
                                     const int32_t* holiday_options, const int32_t* holidays,
                                     int32_t holiday_count, const int32_t* ex_dividend_override,
                                     const int32_t* end_of_month, int32_t /*reserved*/, int32_t* error) {
-  return ilg_yield(make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
-                             previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
-                             holidays, holiday_count, ex_dividend_override, end_of_month, nullptr),
-                   price, error);
+  return KVLilgyld2(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement, price,
+                    nullptr, previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
+                    holidays, holiday_count, ex_dividend_override, end_of_month, 0, error);
 }
 
 KVL_EXPORT double KVL_API KVLilgyld2(double real_coupon, double next_coupon_amount, double base_index,
@@ -162,9 +113,9 @@ KVL_EXPORT double KVL_API KVLilgyld2(double real_coupon, double next_coupon_amou
                                      const int32_t* holidays, int32_t holiday_count,
                                      const int32_t* ex_dividend_override, const int32_t* end_of_month,
                                      int32_t /*reserved*/, int32_t* error) {
-  return ilg_yield(make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
-                             previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
-                             holidays, holiday_count, ex_dividend_override, end_of_month, extra_date),
+  return ilg_yield(IlgArgs{real_coupon, next_coupon_amount, base_index, latest_index, maturity, settlement,
+                           previous_coupon, next_coupon, inflation, pay_on_business_day, holiday_options,
+                           holidays, holiday_count, ex_dividend_override, end_of_month, extra_date},
                    price, error);
 }
 
@@ -175,11 +126,11 @@ KVL_EXPORT double KVL_API KVLilgai(double real_coupon, double next_coupon_amount
                                    const int32_t* ex_dividend_override, const int32_t* end_of_month,
                                    int32_t* error) {
   IlgDesc desc;
-  const IlgArgs args = make_args(real_coupon, next_coupon_amount, 100.0, 100.0, maturity, settlement,
-                                 previous_coupon, next_coupon, nullptr, nullptr, holiday_options, holidays,
-                                 holiday_count, ex_dividend_override, end_of_month, nullptr);
+  const IlgArgs args{real_coupon, next_coupon_amount, 100.0, 100.0, maturity, settlement,
+                     previous_coupon, next_coupon, nullptr, nullptr, holiday_options, holidays,
+                     holiday_count, ex_dividend_override, end_of_month};
   if (!ilg_setup(args, &desc)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
   set_error(error, 0);
@@ -194,12 +145,10 @@ KVL_EXPORT int32_t KVL_API KVLilgcshflw(int32_t** dates_out, double** amounts_ou
                                         const int32_t* holiday_options, const int32_t* holidays,
                                         int32_t holiday_count, const int32_t* ex_dividend_override,
                                         const int32_t* end_of_month, int32_t /*reserved*/, int32_t* error) {
-  return ilg_cashflows(dates_out, amounts_out, redemption_out,
-                       make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity,
-                                 settlement, previous_coupon, next_coupon, inflation, pay_on_business_day,
-                                 holiday_options, holidays, holiday_count, ex_dividend_override,
-                                 end_of_month, nullptr),
-                       error);
+  return KVLilgcshflw2(dates_out, amounts_out, redemption_out, real_coupon, next_coupon_amount, base_index,
+                       latest_index, maturity, settlement, nullptr, previous_coupon, next_coupon, inflation,
+                       pay_on_business_day, holiday_options, holidays, holiday_count,
+                       ex_dividend_override, end_of_month, 0, error);
 }
 
 KVL_EXPORT int32_t KVL_API KVLilgcshflw2(int32_t** dates_out, double** amounts_out, double* redemption_out,
@@ -212,10 +161,10 @@ KVL_EXPORT int32_t KVL_API KVLilgcshflw2(int32_t** dates_out, double** amounts_o
                                          const int32_t* ex_dividend_override, const int32_t* end_of_month,
                                          int32_t /*reserved*/, int32_t* error) {
   return ilg_cashflows(dates_out, amounts_out, redemption_out,
-                       make_args(real_coupon, next_coupon_amount, base_index, latest_index, maturity,
-                                 settlement, previous_coupon, next_coupon, inflation, pay_on_business_day,
-                                 holiday_options, holidays, holiday_count, ex_dividend_override,
-                                 end_of_month, extra_date),
+                       IlgArgs{real_coupon, next_coupon_amount, base_index, latest_index, maturity,
+                               settlement, previous_coupon, next_coupon, inflation, pay_on_business_day,
+                               holiday_options, holidays, holiday_count, ex_dividend_override,
+                               end_of_month, extra_date},
                        error);
 }
 

@@ -48,13 +48,7 @@ inline bool ilg_single_flow(const IlgDesc& desc) noexcept {
 template <bool kWithDates = true, class OnFlow>
 double visit_ilg_flows(const IlgDesc& desc, OnFlow&& on_flow) noexcept {
   const CouponPeriod& p = desc.period;
-  auto paid = [&](int32_t date) {
-    if constexpr (kWithDates) {
-      return payment_date(date, desc.pay_on_business_day, desc.calendar);
-    } else {
-      return date & 0;
-    }
-  };
+  auto paid = [&](int32_t date) { return flow_payment_date<kWithDates>(date, desc); };
   const double to_next = static_cast<double>(p.next - desc.settlement) /
                          static_cast<double>(p.next - p.quasi_start);
   on_flow(paid(p.next), desc.ex_dividend ? 0.0 : desc.next_coupon_amount,

@@ -5,7 +5,6 @@
 #include "dates/day_count.h"
 #include "engine/catalogue.h"
 #include "engine/safe_math.h"
-#include "inflation/payment_calendar.h"
 
 namespace kbond::inflation {
 
@@ -49,12 +48,8 @@ bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
   desc->next_coupon_amount = args.next_coupon_amount * 0.01;
   desc->base_index = args.base_index;
   desc->latest_index = args.latest_index;
-  desc->maturity = args.maturity;
-  desc->settlement = args.settlement;
-  desc->inflation = inflation;
-  desc->end_of_month = schedule_end_of_month(args.maturity, args.end_of_month);
-  desc->pay_on_business_day = args.pay_on_business_day != nullptr && *args.pay_on_business_day == 1;
-  desc->calendar = payment_calendar(args.holiday_options, args.holidays, args.holiday_count);
+  set_indexed_bond(desc, args.maturity, args.settlement, inflation, args.end_of_month,
+                   args.pay_on_business_day, args.holiday_options, args.holidays, args.holiday_count);
   desc->latest_index_date = args.extra_date != nullptr ? *args.extra_date : 0;
 
   if (!resolve_coupon_period(args.settlement, args.maturity, kIlgMonthsPerPeriod, desc->end_of_month,

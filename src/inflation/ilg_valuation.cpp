@@ -3,9 +3,9 @@
 #include <cmath>
 
 #include "engine/safe_math.h"
-#include "engine/solvers.h"
 #include "inflation/grid_discount.h"
 #include "inflation/ilg_flows.h"
+#include "inflation/linked_yield.h"
 #include "k_bond.h"
 
 namespace kbond::inflation {
@@ -72,16 +72,7 @@ double ilg_yield(const IlgDesc& desc, double clean_price, int32_t* error) noexce
     return eval_error != 0 ? std::nan("") : dirty - desc.accrued;
   };
   auto valid = [](double y) { return y > -1.0 && y < 10.0; };
-  int32_t solve_error = 0;
-  double y = engine::newton_solve(clean, clean_price, desc.real_coupon, 1e-9, 64, &solve_error, valid);
-  if (solve_error != 0) {
-    y = engine::bracket_solve(clean, clean_price, -0.9, 2.0, 1e-9, 200, &solve_error);
-  }
-  if (solve_error != 0 || !std::isfinite(y)) {
-    *error = KVL_ERR_INVALID;
-    return -1.0;
-  }
-  return y;
+  return solve_linked_yield(clean, clean_price, desc.real_coupon, valid, -0.9, 2.0, error);
 }
 
 }  // namespace kbond::inflation

@@ -25,8 +25,7 @@
 #include <cstdint>
 
 #include "dates/business_days.h"
-#include "inflation/assumed_inflation.h"
-#include "inflation/coupon_period.h"
+#include "inflation/indexed_bond.h"
 
 namespace kbond::inflation {
 
@@ -51,7 +50,7 @@ struct LinkerArgs {
   const int32_t* end_of_month = nullptr;
 };
 
-struct LinkerDesc {
+struct LinkerDesc : IndexedBond {
   int32_t months_per_period = 6;
   int32_t frequency = 2;
   double coupon = 0.0;  // fraction per year
@@ -59,21 +58,12 @@ struct LinkerDesc {
   int32_t base_count = 0;
   double settlement_values[2] = {0.0, 0.0};
   int32_t settlement_count = 0;
-  int32_t maturity = 0;
-  int32_t settlement = 0;
-  CouponPeriod period;
-  double inflation = kDefaultInflation;
-  int32_t end_of_month = 0;
-  bool pay_on_business_day = false;
   bool nominal_basis = false;  // option_b = 1
-  dates::BusinessCalendar calendar;
   int32_t base_date = 0;
   double base_reference = 0.0;
   double settlement_reference = 0.0;
   double index_ratio = 0.0;        // settlement / base reference, unrounded
   double next_coupon_amount = 0.0; // fraction of par, inflation-adjusted
-  double accrued_fraction = 0.0;   // accrued days over the year basis
-  double accrued = 0.0;            // inflation-adjusted, per 100, 6 decimals
 };
 
 // Both return 0 and fill `desc`, or an error code: 1 for an invalid argument,

@@ -4,7 +4,6 @@
 
 #include "k_bond.h"
 #include "engine/safe_math.h"
-#include "engine/cashflow_release.h"
 #include "inflation/cashflow_columns.h"
 #include "inflation/linker_flows.h"
 #include "inflation/linker_valuation.h"
@@ -51,7 +50,7 @@ double linker_price_export(const LinkerFamily& family, const LinkerArgs& args, d
   const double price = engine::round_to(linker_quote(desc, dirty), 3);
   // Real prices divide by the index ratio, which may be tiny.
   if (!std::isfinite(price)) {
-    set_error(error, 1);
+    set_error(error, KVL_ERR_INVALID);
     return -1.0;
   }
   return price;
@@ -70,30 +69,17 @@ double linker_yield_export(const LinkerFamily& family, const LinkerArgs& args, d
   return yield;
 }
 
-double linker_duration_export(const LinkerFamily& family, const LinkerArgs& args, double yield,
-                              int32_t* error) noexcept {
+double linker_risk_export(const LinkerFamily& family, const LinkerArgs& args, double yield,
+                          bool convexity, int32_t* error) noexcept {
   LinkerDesc desc;
   LinkerValue value;
   const int32_t err = value_at(family, args, yield, &desc, &value);
   if (err != 0 || !(value.dirty > 0.0)) {
-    set_error(error, err != 0 ? err : 1);
+    set_error(error, err != 0 ? err : KVL_ERR_INVALID);
     return -1.0;
   }
   set_error(error, 0);
-  return -value.first / value.dirty;
-}
-
-double linker_convexity_export(const LinkerFamily& family, const LinkerArgs& args, double yield,
-                               int32_t* error) noexcept {
-  LinkerDesc desc;
-  LinkerValue value;
-  const int32_t err = value_at(family, args, yield, &desc, &value);
-  if (err != 0 || !(value.dirty > 0.0)) {
-    set_error(error, err != 0 ? err : 1);
-    return -1.0;
-  }
-  set_error(error, 0);
-  return value.second / value.dirty;
+  return (convexity ? value.second : -value.first) / value.dirty;
 }
 
 double linker_accrued_export(const LinkerFamily& family, LinkerArgs args, int32_t* error) noexcept {
@@ -116,36 +102,16 @@ int32_t linker_cashflow_export(const LinkerFamily& family, const LinkerArgs& arg
                                double** amounts_out, int32_t* error) noexcept {
   clear_cashflow_outputs(dates_out, amounts_out);
   LinkerDesc desc;
-  const int32_t err = prepare(family, args, &desc);
+  int32_t err = prepare(family, args, &desc);
   if (err != 0) {
     set_error(error, err);
     return 0;
   }
-  int32_t rows = 0;
-  visit_linker_flows(desc, [&](int32_t, double, double) { ++rows; });
-  CashflowColumns columns;
-  if (!allocate_cashflow_columns(rows, dates_out != nullptr, amounts_out != nullptr, &columns)) {
-    set_error(error, KVL_ERR_NO_MEMORY);
-    return 0;
-  }
-  int32_t row = 0;
-  bool finite = true;
-  const double redemption = visit_linker_flows(desc, [&](int32_t date, double amount, double) {
-    finite = finite && std::isfinite(amount * 100.0);
-    if (columns.dates != nullptr) columns.dates[row] = date;
-    if (columns.amounts != nullptr) columns.amounts[row] = amount * 100.0;
-    ++row;
-  });
-  // Inflation projected over millennia overflows: no table rather than infinities.
-  if (!finite || !std::isfinite(redemption * 100.0)) {
-    engine::release_cashflow_columns(columns.dates, columns.amounts);
-    set_error(error, 1);
-    return 0;
-  }
-  if (columns.amounts != nullptr) columns.amounts[rows - 1] += redemption * 100.0;
-  if (dates_out != nullptr) *dates_out = columns.dates;
-  if (amounts_out != nullptr) *amounts_out = columns.amounts;
-  set_error(error, 0);
+  double redemption = 0.0;
+  const int32_t rows = write_flow_columns(
+      [&](auto&& on_flow) { return visit_linker_flows(desc, on_flow); }, true, dates_out, amounts_out,
+      &redemption, err);
+  set_error(error, err);
   return rows;
 }
 

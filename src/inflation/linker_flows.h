@@ -29,13 +29,7 @@ inline double round_ratio(double ratio) noexcept { return std::floor(ratio * 1e5
 template <bool kWithDates = true, class OnFlow>
 double visit_linker_flows(const LinkerDesc& desc, OnFlow&& on_flow) noexcept {
   const CouponPeriod& p = desc.period;
-  auto paid = [&](int32_t date) {
-    if constexpr (kWithDates) {
-      return payment_date(date, desc.pay_on_business_day, desc.calendar);
-    } else {
-      return date & 0;
-    }
-  };
+  auto paid = [&](int32_t date) { return flow_payment_date<kWithDates>(date, desc); };
   const int32_t step = desc.months_per_period;
   const double period_coupon = desc.coupon / desc.frequency;
   const double to_next = static_cast<double>(p.next - desc.settlement) /

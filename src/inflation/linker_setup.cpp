@@ -5,7 +5,6 @@
 #include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
 #include "engine/safe_math.h"
-#include "inflation/payment_calendar.h"
 #include "inflation/reference_index.h"
 #include "k_bond.h"
 
@@ -46,13 +45,9 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   if (dated && !is_valid_date(*args.option_c)) return KVL_ERR_INVALID;
 
   desc->coupon = args.coupon * 0.01;
-  desc->maturity = args.maturity;
-  desc->settlement = args.settlement;
-  desc->inflation = inflation;
-  desc->end_of_month = schedule_end_of_month(args.maturity, args.end_of_month);
-  desc->pay_on_business_day = args.option_a != nullptr && *args.option_a == 1;
+  set_indexed_bond(desc, args.maturity, args.settlement, inflation, args.end_of_month, args.option_a,
+                   args.holiday_options, args.holidays, args.holiday_count);
   desc->nominal_basis = args.option_b == 1;
-  desc->calendar = payment_calendar(args.holiday_options, args.holidays, args.holiday_count);
   desc->base_date = dated ? *args.option_c : args.maturity;
 
   // The linkers' own period must hold settlement.

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "engine/solvers.h"
 #include "inflation/grid_discount.h"
+#include "inflation/linked_yield.h"
 #include "inflation/linker_flows.h"
 #include "k_bond.h"
 
@@ -64,14 +64,7 @@ double linker_yield(const LinkerDesc& desc, double price, int32_t* error) noexce
   };
   const double lowest = -0.99 * desc.frequency;
   auto valid = [&](double y) { return y > lowest && y < 10.0; };
-  int32_t solve_error = 0;
-  double y = engine::newton_solve(quote, price, desc.coupon, 1e-9, 64, &solve_error, valid);
-  if (solve_error != 0) y = engine::bracket_solve(quote, price, -0.5, 2.0, 1e-9, 200, &solve_error);
-  if (solve_error != 0 || !std::isfinite(y)) {
-    *error = KVL_ERR_INVALID;
-    return -1.0;
-  }
-  return y;
+  return solve_linked_yield(quote, price, desc.coupon, valid, -0.5, 2.0, error);
 }
 
 }  // namespace kbond::inflation

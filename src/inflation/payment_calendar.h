@@ -26,4 +26,15 @@ inline int32_t payment_date(int32_t date, bool pay_on_business_day,
   return pay_on_business_day ? dates::adjust_business_day(date, dates::kFollowing, cal) : date;
 }
 
+// The payment date of a flow of `desc`; a walk that needs no dates
+// (valuation) passes kWithDates = false and receives 0.
+template <bool kWithDates, class Desc>
+int32_t flow_payment_date(int32_t date, const Desc& desc) noexcept {
+  if constexpr (kWithDates) {
+    return payment_date(date, desc.pay_on_business_day, desc.calendar);
+  } else {
+    return date & 0;
+  }
+}
+
 }  // namespace kbond::inflation

@@ -4,7 +4,7 @@
 #include "inflation/linker_exports.h"
 
 using kbond::inflation::kTipsFamily;
-using kbond::inflation::make_linker_args;
+using kbond::inflation::LinkerArgs;
 
 extern "C" {
 
@@ -19,9 +19,9 @@ KVL_EXPORT double KVL_API KVLtipspr(double coupon, const double* base_index, int
                                     int32_t* error) {
   return linker_price_export(
       kTipsFamily,
-      make_linker_args(coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
-                       settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
-                       inflation, option_c, holiday_options, holidays, holiday_count, end_of_month),
+      LinkerArgs{coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
+                 settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
+                 inflation, option_c, holiday_options, holidays, holiday_count, end_of_month},
       yield, error);
 }
 
@@ -36,9 +36,9 @@ KVL_EXPORT double KVL_API KVLtipsyld(double coupon, const double* base_index, in
                                      int32_t* error) {
   return linker_yield_export(
       kTipsFamily,
-      make_linker_args(coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
-                       settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
-                       inflation, option_c, holiday_options, holidays, holiday_count, end_of_month),
+      LinkerArgs{coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
+                 settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
+                 inflation, option_c, holiday_options, holidays, holiday_count, end_of_month},
       price, error);
 }
 
@@ -51,12 +51,12 @@ KVL_EXPORT double KVL_API KVLtipsdur(double coupon, const double* base_index, in
                                      const int32_t* holiday_options, const int32_t* holidays,
                                      int32_t holiday_count, const int32_t* end_of_month, int32_t /*reserved*/,
                                      int32_t* error) {
-  return linker_duration_export(
+  return linker_risk_export(
       kTipsFamily,
-      make_linker_args(coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
-                       settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
-                       inflation, option_c, holiday_options, holidays, holiday_count, end_of_month),
-      yield, error);
+      LinkerArgs{coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
+                 settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
+                 inflation, option_c, holiday_options, holidays, holiday_count, end_of_month},
+      yield, false, error);
 }
 
 KVL_EXPORT double KVL_API KVLtipsconv(double coupon, const double* base_index, int32_t base_count,
@@ -68,12 +68,12 @@ KVL_EXPORT double KVL_API KVLtipsconv(double coupon, const double* base_index, i
                                       const int32_t* holiday_options, const int32_t* holidays,
                                       int32_t holiday_count, const int32_t* end_of_month, int32_t /*reserved*/,
                                       int32_t* error) {
-  return linker_convexity_export(
+  return linker_risk_export(
       kTipsFamily,
-      make_linker_args(coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
-                       settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
-                       inflation, option_c, holiday_options, holidays, holiday_count, end_of_month),
-      yield, error);
+      LinkerArgs{coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
+                 settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
+                 inflation, option_c, holiday_options, holidays, holiday_count, end_of_month},
+      yield, true, error);
 }
 
 KVL_EXPORT double KVL_API KVLtipsai(double coupon, int32_t maturity, int32_t settlement,
@@ -84,9 +84,9 @@ KVL_EXPORT double KVL_API KVLtipsai(double coupon, int32_t maturity, int32_t set
                                     int32_t* error) {
   return linker_accrued_export(
       kTipsFamily,
-      make_linker_args(coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
-                       settlement, nullptr, nullptr, 0, previous_coupon, next_coupon, nullptr, nullptr,
-                       holiday_options, holidays, holiday_count, end_of_month),
+      LinkerArgs{coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
+                 settlement, nullptr, nullptr, 0, previous_coupon, next_coupon, nullptr, nullptr,
+                 holiday_options, holidays, holiday_count, end_of_month},
       error);
 }
 
@@ -102,9 +102,9 @@ KVL_EXPORT int32_t KVL_API KVLtipscshflw(int32_t** dates_out, double** amounts_o
                                          int32_t /*reserved*/, int32_t* error) {
   return linker_cashflow_export(
       kTipsFamily,
-      make_linker_args(coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
-                       settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
-                       inflation, option_c, holiday_options, holidays, holiday_count, end_of_month),
+      LinkerArgs{coupon, base_index, base_count, settlement_index, settlement_index_count, maturity,
+                 settlement, option_a, next_coupon_amount, option_b, previous_coupon, next_coupon,
+                 inflation, option_c, holiday_options, holidays, holiday_count, end_of_month},
       dates_out, amounts_out, error);
 }
 
