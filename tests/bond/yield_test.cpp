@@ -135,6 +135,29 @@ TEST(YieldToMaturity, PublishedExamplesAndClosedForms) {
   }
 }
 
+// Prices near zero (found by fuzzing): the current yield 5 / 5e-310
+// overflows, so the search starts at the top of its bracket and stops where
+// the clean price is within 1e-12 per 100 of the target: a large but finite
+// yield that prices back to (almost) nothing. A JGB's simple yield of a
+// merely tiny price is huge but finite too.
+TEST(YieldToMaturity, PricesNearZeroHaveLargeFiniteYields) {
+  for (const int32_t type : {0, 40, 200}) {
+    const QuotedBond bond(type, 0.05, ymd(2030, 11, 15), ymd(2024, 3, 1));
+    for (const double price : {5e-310, 3.7e-306, 1e-20, 1e-10}) {
+      if (type == 200 && price < 1e-300) continue;  // overflows: an error row of BondErrors
+      SCOPED_TRACE(::testing::Message() << price << " type " << type);
+      int32_t err = -1;
+      const double y = bond.yield(price, &err);
+      EXPECT_EQ(err, 0);
+      ASSERT_TRUE(std::isfinite(y));
+      EXPECT_GT(y, 1.0);
+      if (type != 200) {
+        EXPECT_NEAR(bond.price(y, &err), 0.0, 1e-6);
+      }
+    }
+  }
+}
+
 // The semiannual yield at which `value(v)` (v = 1 / (1 + y/2)) equals the
 // dirty price, by bisection: independent of the library's solvers.
 double solve_semiannual(const std::function<double(double)>& value, double dirty) {

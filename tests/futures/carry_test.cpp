@@ -260,6 +260,9 @@ TEST(CarryMeasures, BadInputs) {
       {"delivery before settlement",
        [](CarryBond& b) { return b.implied_repo(serial(2009, 11, 1), 98.5, 110.0, 0.9, nullptr); }, -999.0, 160},
       {"zero factor", [&](CarryBond& b) { return b.implied_futures(march1, 98.5, 0.03, 0.0, nullptr); }, -1.0, 401},
+      // (price - carry) / 5e-324 and an invoice price of 1e300 x 1e300 overflow.
+      {"denormal factor", [&](CarryBond& b) { return b.implied_futures(march1, 101.0, 0.04, 5e-324, nullptr); }, -1.0, 1},
+      {"invoice price overflows", [&](CarryBond& b) { return b.net_basis(march1, 98.5, 0.03, 1e300, 1e300); }, -1.0, 1},
       {"price not a number", [&](CarryBond& b) { return b.carry(march1, std::nan(""), 0.03); }, -1.0, 1},
       // Days before the end date that would end the period before settlement (no overflow).
       {"INT32_MAX days", [&](CarryBond& b) { b.days = &far_on; return b.carry(march1, 98.5, 0.03); }, -999.0, 160},
