@@ -52,32 +52,10 @@ TEST(BondErrors, EachSpoiledDescriptionIsError1) {
   }
 }
 
-// A holiday list that is NULL is an empty list whatever its count, and a
-// bullet's sinking-fund arrays are never read: the plain bond's price.
-// Only a negative holiday count is an error.
-TEST(BondErrors, ArraysNotReadAreNoError) {
-  const double rate = 0.05;
-  const int32_t maturity = ymd(2030, 6, 15), settlement = ymd(2025, 3, 10);
-  const auto price = [&](int32_t n_holidays, const double* factor, int32_t n_sink, int32_t* e) {
-    return KVLbpr(&rate, 1, &maturity, 1, settlement, 0.05, nullptr, nullptr, nullptr, nullptr,
-                  0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                  n_holidays, factor, nullptr, n_sink, nullptr, n_sink, nullptr,
-                  nullptr, nullptr, e);
-  };
-  const double bullet = QuotedBond(0, rate, maturity, settlement).price(0.05);
-  const double zero = 0.0;
-  int32_t e = -1;
-  EXPECT_EQ(price(3, nullptr, 0, &e), bullet);
-  EXPECT_EQ(e, 0);
-  EXPECT_EQ(price(0, nullptr, 2, &e), bullet);
-  EXPECT_EQ(e, 0);
-  EXPECT_EQ(price(0, &zero, 2, &e), bullet);
-  EXPECT_EQ(e, 0);
-  EXPECT_EQ(price(-1, nullptr, 0, &e), -1.0);
-  EXPECT_EQ(e, 1);
-}
-
-// The other exports, by the kind of input they refuse.
+// The other exports, by the kind of input they refuse. A holiday list that
+// is NULL is an empty list whatever its count, and a bullet's sinking-fund
+// arrays are never read: the plain bond's price; only a negative holiday
+// count is an error.
 TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
   const QuotedBond b(0, 0.05, ymd(2034, 6, 15), ymd(2024, 3, 12));
   const QuotedBond after = b.at(ymd(2035, 1, 1));  // settled after maturity
@@ -99,6 +77,13 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
     return KVLbexdiv(m, settle, &type, nullptr, nullptr, n_holidays, nullptr, e);
   };
   const double zero = 0.0, minus_one = -1.0, denormal_tick = 2e-311;
+  const auto unread = [&](int32_t n_holidays, const double* factor, int32_t n_sink, int32_t* e) {
+    return KVLbpr(b.rates.data(), 1, &m, 1, s, 0.05, nullptr, nullptr, nullptr, nullptr, 0,
+                  nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                  n_holidays, factor, nullptr, n_sink, nullptr, n_sink, nullptr, nullptr,
+                  nullptr, e);
+  };
+  const double bullet = b.price(0.05);
   // {rate, a, b} is redeemed at 100 b / a: 4.7e305 per 100, beyond any
   // bond (a Treasury's rounding would overflow); 1e308 a year is a
   // semi-annual coupon of 5e309 per 100; an outstanding fraction that is a
@@ -142,6 +127,10 @@ TEST(BondErrors, EachExportReturnsItsFailureValueAndCode) {
   };
 #define CALL(expr) [&](int32_t* e) { return static_cast<double>(expr); }
   const Case cases[] = {
+      {"holiday count without a list", CALL(unread(3, nullptr, 0, e)), bullet, 0},
+      {"sinking count without arrays", CALL(unread(0, nullptr, 2, e)), bullet, 0},
+      {"zero factor, sinking count", CALL(unread(0, &zero, 2, e)), bullet, 0},
+      {"negative holiday count", CALL(unread(-1, nullptr, 0, e)), -1.0, 1},
       {"yield of price 0", CALL(b.yield(0.0, e)), -1.0, 350},
       // No yield above -90 % a period (10^20 x 100 after 20 periods)
       // reaches a price of 1e30.
