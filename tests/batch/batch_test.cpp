@@ -5,74 +5,51 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <limits>
 
 #include "batch/batch_table.h"
+#include "bond/quoted_bond.h"
 
 namespace {
 
 using namespace kbond_batch_test;
+using kbond::testing::QuotedBond;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // What the single exports give for row i, in the batch's column order; a row
 // stops at its first failure and the columns after it stay NaN.
 void expected_row(const Table& t, int32_t i, Results& out) {
-  const double* c = &t.coupons[i];
-  const int32_t* m = &t.maturities[i];
-  const int32_t* type = &t.types[i];
-  const int32_t s = t.settlements[i];
-  const int32_t* f = t.frequencies[i] ? &t.frequencies[i] : nullptr;
-  const int32_t nf = f ? 1 : 0;
-  const double* red = &t.redemptions[i];
   for (auto& col : out.columns) col[i] = kNaN;
-  out.errors[i] = 0;
-  out.failed[i] = 0;
-  if (t.kinds[i] != KVL_BATCH_GIVEN_YIELD && t.kinds[i] != KVL_BATCH_GIVEN_PRICE) {
+  out.errors[i] = out.failed[i] = 0;
+  const bool given_price = t.kinds[i] == KVL_BATCH_GIVEN_PRICE;
+  if (!given_price && t.kinds[i] != KVL_BATCH_GIVEN_YIELD) {
     out.errors[i] = KVL_ERR_OUT_OF_SET;
     return;
   }
-  int32_t e = 0;
+  QuotedBond b(t.types[i], t.coupons[i], t.maturities[i], t.settlements[i]);
+  if (t.frequencies[i]) b.frequency = {t.frequencies[i]};
+  b.redemption = t.redemptions[i];
   const int32_t modified = 0, macaulay = 1;
   double y = t.market[i];
-  auto put = [&](int32_t col, double v) {
-    out.columns[col][i] = v;
-    if (e != 0 && out.errors[i] == 0) {
+  int32_t e = 0;
+  const std::function<double()> measures[] = {
+      [&] { return given_price ? t.market[i] : b.price(y, &e); },
+      [&] { return given_price ? (y = b.yield(t.market[i], &e)) : y; },
+      [&] { return b.accrued(&e); },
+      [&] { return b.duration(y, &modified, &e); },
+      [&] { return b.duration(y, &macaulay, &e); },
+      [&] { return b.convexity(y, &e); },
+      [&] { return b.value_of_bp(y, nullptr, &e); }};
+  for (int32_t col = 0; col < 7; ++col) {
+    out.columns[col][i] = measures[col]();
+    if (e != 0) {
       out.errors[i] = e;
       out.failed[i] = 1 << col;
+      return;
     }
-    return e == 0;
-  };
-  if (t.kinds[i] == KVL_BATCH_GIVEN_PRICE) {
-    out.columns[0][i] = t.market[i];
-    y = KVLbyld(c, 1, m, 1, s, t.market[i], nullptr, nullptr, type, f, nf, red, nullptr, nullptr,
-                nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0, nullptr, 0,
-                nullptr, nullptr, nullptr, &e);
-    if (!put(1, y)) return;
-  } else {
-    if (!put(0, KVLbpr(c, 1, m, 1, s, y, nullptr, nullptr, type, f, nf, red, nullptr, nullptr,
-                       nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0,
-                       nullptr, 0, nullptr, nullptr, nullptr, &e)))
-      return;
-    out.columns[1][i] = y;
   }
-  if (!put(2, KVLbai(c, 1, m, 1, s, nullptr, nullptr, type, f, nf, nullptr, nullptr, nullptr, 0,
-                     nullptr, 0, nullptr, nullptr, nullptr, &e)))
-    return;
-  for (int32_t k = 0; k < 2; ++k) {
-    if (!put(3 + k, KVLbdur(c, 1, m, 1, s, y, nullptr, nullptr, type, f, nf, red,
-                            k ? &macaulay : &modified, nullptr, nullptr, nullptr, nullptr,
-                            nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0, nullptr, 0,
-                            nullptr, nullptr, nullptr, &e)))
-      return;
-  }
-  if (!put(5, KVLbconv(c, 1, m, 1, s, y, nullptr, nullptr, type, f, nf, red, nullptr, nullptr,
-                       nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0,
-                       nullptr, 0, nullptr, nullptr, nullptr, &e)))
-    return;
-  put(6, KVLbvalbp(c, 1, m, 1, s, y, nullptr, nullptr, type, f, nf, red, nullptr, nullptr,
-                   nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr, 0,
-                   nullptr, 0, nullptr, nullptr, nullptr, &e));
 }
 
 TEST(Batch, EveryRowEqualsTheSingleExports) {

@@ -95,29 +95,54 @@ TEST(CashFlowTable, OwnershipAndFailures) {
   EXPECT_TRUE(d == nullptr && c == nullptr);
 }
 
-// A taxed gain over an absurd price, or at an absurd tax rate, would repay
-// an infinite principal: both are failures, not rows.
-TEST(CashFlowTable, AbsurdTaxOrPriceIsAFailure) {
-  QuotedBond bond(380, 0.05, ymd(2030, 11, 15), ymd(2002, 3, 5));
-  bond.redemption = 173.4375;
-  bond.coupon_tax = 0.25;
-  bond.horizon = 12;
-  bond.discount_tax = -4.6476814752583657e307;
-  const double price = 99.0, absurd_price = -1.7e308;
-  double* principal = nullptr;
+// Inputs whose table would hold an infinity are failures that hand out no
+// array: a taxed gain over an absurd price or at an absurd rate, a later
+// coupon step of +-1e308 (the first step alone used to be checked), and an
+// index-linked table at a denormal coupon.
+TEST(CashFlowTable, AbsurdInputsMakeNoTable) {
+  QuotedBond taxed(380, 0.05, ymd(2030, 11, 15), ymd(2002, 3, 5));
+  taxed.redemption = 173.4375;
+  taxed.coupon_tax = 0.25;
+  taxed.horizon = 12;
+  QuotedBond absurd_tax = taxed, absurd_price = taxed;
+  absurd_tax.discount_tax = -4.6476814752583657e307;
+  absurd_price.discount_tax = 50.0;  // nonsense but finite: the price overflows
+  QuotedBond stepped(40, 0.04, 47801, 45351);
+  stepped.dates = {46340, 47071, 47801};
+  const double price = 99.0, huge_price = -1.7e308, base = 250.0, latest = 300.0;
+  struct Case {
+    const char* what;
+    QuotedBond bond;
+    double step;
+    const double* clean;
+    int32_t code;
+  };
+  const Case cases[] = {{"tax rate -4.6e307", absurd_tax, 0.0, &price, 1},
+                        {"price -1.7e308", absurd_price, 0.0, &huge_price, 350},
+                        {"coupon step 1e308", stepped, 1e308, nullptr, 1},
+                        {"coupon step -1e308", stepped, -1e308, nullptr, 1}};
+  for (Case c : cases) {
+    SCOPED_TRACE(c.what);
+    if (c.step != 0.0) c.bond.rates = {0.04, c.step, 0.06};
+    double *coupons = &c.step, *principal = &c.step;
+    int32_t err = 0;
+    EXPECT_EQ(c.bond.cash_flows(nullptr, &coupons, &principal, nullptr, c.clean, &err), -1);
+    EXPECT_EQ(err, c.code);
+    EXPECT_TRUE(coupons == nullptr && principal == nullptr);
+  }
+  int32_t* dates = reinterpret_cast<int32_t*>(1);
+  double* amounts = reinterpret_cast<double*>(1);
   int32_t err = 0;
-  EXPECT_EQ(bond.cash_flows(nullptr, nullptr, &principal, nullptr, &price, &err), -1);
+  EXPECT_EQ(KVLtipscshflw(&dates, &amounts, 5e-320, &base, 1, &latest, 1, 47801, 45351, nullptr,
+                          nullptr, 0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0,
+                          nullptr, 0, &err),
+            0);
   EXPECT_EQ(err, 1);
-  EXPECT_EQ(principal, nullptr);
-  // A rate of 50 is nonsense but finite; the price is what overflows.
-  bond.discount_tax = 50.0;
-  EXPECT_EQ(bond.cash_flows(nullptr, nullptr, &principal, nullptr, &absurd_price, &err), -1);
-  EXPECT_EQ(err, 350);
-  EXPECT_EQ(principal, nullptr);
+  EXPECT_TRUE(dates == nullptr && amounts == nullptr);
   // At a real price and rate: the redemption less the tax on the gain,
   // 173.4375 - 0.125 x (173.4375 - 99).
-  bond.discount_tax = 0.125;
-  Table t(bond, &price);
+  taxed.discount_tax = 0.125;
+  Table t(taxed, &price);
   ASSERT_EQ(t.error, 0);
   EXPECT_NEAR(t.last_principal(), 173.4375 - 0.125 * (173.4375 - 99.0), 1e-9);
 }

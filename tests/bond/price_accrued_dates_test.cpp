@@ -48,6 +48,8 @@ TEST(Price, MarketsMatchTheSpreadsheetPrice) {
   odd_long.dated = ymd(2024, 9, 15);
   QuotedBond at98(500, 0.06, ymd(2030, 6, 15), ymd(2028, 3, 15));
   at98.rates = {0.06, 98.0};  // {rate, redemption}
+  QuotedBond at98_of_50 = at98;
+  at98_of_50.rates = {0.06, 50.0, 49.0};  // {rate, a, b}: redeemed at 100 b / a
   const Case cases[] = {
       // 20 coupons left, 164 of the 181 days of the period to run, 17 accrued.
       {"Treasury", QuotedBond(0, 0.0425, ymd(2034, 11, 15), ymd(2024, 12, 2)), 0.042, 2, 20,
@@ -70,12 +72,14 @@ TEST(Price, MarketsMatchTheSpreadsheetPrice) {
        2.5 * (61.0 / 184 + 16.0 / 181)},
       // Redeemed at 98: 91 of 183 days accrued, 92 to run, 5 coupons left.
       {"redemption 98", at98, 0.05, 2, 5, 3.0, 92.0 / 183, 3.0 * 91 / 183},
+      {"redemption 49 of 50", at98_of_50, 0.05, 2, 5, 3.0, 92.0 / 183, 3.0 * 91 / 183},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
     int32_t err = -1;
     const double regular = 100.0 * c.bond.rates[0] / c.f;
-    const double redemption = c.bond.rates.size() == 2 ? c.bond.rates[1] : 100.0;
+    const double redemption = c.bond.rates.size() == 1 ? 100.0 : 100.0 * c.bond.rates.back() /
+                                  (c.bond.rates.size() == 3 ? c.bond.rates[1] : 100.0);
     EXPECT_NEAR(c.bond.price(c.y, &err),
                 sheet_price(c.y, c.f, c.n, c.next, regular, c.dsc, redemption, c.accrued,
                             c.accrued >= 0.0),

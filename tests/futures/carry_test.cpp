@@ -180,12 +180,7 @@ TEST(CarryMeasures, EndDateInTheExDividendPeriod) {
 }
 
 TEST(CarryMeasures, BondQuotedOnOutstandingFace) {
-  CarryBond plain;
-  CarryBond sinking = sinking_fund(plain);
-  // December to March holds no coupon and no repayment: per 100
-  // outstanding the carry is the plain bond's.
-  EXPECT_NEAR(sinking.carry(serial(2010, 3, 1), 101.25, 0.04), plain.carry(serial(2010, 3, 1), 101.25, 0.04), 1e-10);
-  EXPECT_EQ(sinking.error, 0);
+  CarryBond sinking = sinking_fund(CarryBond{});
   // April to July 2010 crosses the 15 May repayment. At settlement 85 % is
   // outstanding (three repayments made), 80 % at the end. The position
   // costs (price + AI_s) x 0.85, receives the coupon on 85 % and 5 % of
@@ -203,18 +198,20 @@ TEST(CarryMeasures, BondQuotedOnOutstandingFace) {
   EXPECT_NEAR(sinking.implied_repo(end, 101.25, forward / 0.95, 0.95, nullptr), r, 2e-5);
 }
 
-// Carried to its maturity, the face still outstanding is redeemed to the
-// forward buyer, as for a bullet bond: per 100 outstanding the carry and
-// forward are the plain bond's, with no principal counted as received.
-TEST(CarryMeasures, SinkingFundCarriedToItsMaturity) {
-  CarryBond plain;
-  plain.maturity = serial(2011, 11, 15);
-  plain.settlement = serial(2011, 6, 1);  // 70 % outstanding after May 2011
-  CarryBond sinking = sinking_fund(plain);
-  for (const int32_t end : {plain.maturity - 1, plain.maturity}) {
-    EXPECT_NEAR(sinking.carry(end, 99.5, 0.04), plain.carry(end, 99.5, 0.04), 1e-10) << end;
+// Per 100 outstanding a sinking fund carries as the plain bond over a
+// period without a coupon or repayment (December to March), and carried to
+// its maturity, where the face still outstanding is redeemed to the forward
+// buyer as for a bullet bond, with no principal counted as received.
+TEST(CarryMeasures, SinkingFundWithoutARepaymentCarriesAsThePlainBond) {
+  CarryBond ending;
+  ending.maturity = serial(2011, 11, 15);
+  ending.settlement = serial(2011, 6, 1);  // 70 % outstanding after May 2011
+  for (const auto& [plain, end] :
+       {std::pair{CarryBond{}, serial(2010, 3, 1)}, {ending, ending.maturity - 1}, {ending, ending.maturity}}) {
+    CarryBond bullet = plain, sinking = sinking_fund(plain);
+    EXPECT_NEAR(sinking.carry(end, 99.5, 0.04), bullet.carry(end, 99.5, 0.04), 1e-10) << end;
     EXPECT_EQ(sinking.error, 0);
-    EXPECT_NEAR(sinking.forward(end, 99.5, 0.04), plain.forward(end, 99.5, 0.04), 1e-10) << end;
+    EXPECT_NEAR(sinking.forward(end, 99.5, 0.04), bullet.forward(end, 99.5, 0.04), 1e-10) << end;
   }
 }
 
@@ -260,6 +257,9 @@ TEST(CarryMeasures, BadInputs) {
       {"delivery before settlement",
        [](CarryBond& b) { return b.implied_repo(serial(2009, 11, 1), 98.5, 110.0, 0.9, nullptr); }, -999.0, 160},
       {"zero factor", [&](CarryBond& b) { return b.implied_futures(march1, 98.5, 0.03, 0.0, nullptr); }, -1.0, 401},
+      // (price - carry) / 5e-324 and an invoice price of 1e300 x 1e300 overflow.
+      {"denormal factor", [&](CarryBond& b) { return b.implied_futures(march1, 101.0, 0.04, 5e-324, nullptr); }, -1.0, 1},
+      {"invoice price overflows", [&](CarryBond& b) { return b.net_basis(march1, 98.5, 0.03, 1e300, 1e300); }, -1.0, 1},
       {"price not a number", [&](CarryBond& b) { return b.carry(march1, std::nan(""), 0.03); }, -1.0, 1},
       // Days before the end date that would end the period before settlement (no overflow).
       {"INT32_MAX days", [&](CarryBond& b) { b.days = &far_on; return b.carry(march1, 98.5, 0.03); }, -999.0, 160},

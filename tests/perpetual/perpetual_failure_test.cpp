@@ -6,6 +6,7 @@
 #include <climits>
 #include <cmath>
 #include <functional>
+#include <utility>
 
 #include "perpetual/perpetual_test_bond.h"
 
@@ -53,6 +54,12 @@ TEST(PerpetualFailures, InconsistentDescriptionsAreErrorOne) {
   EXPECT_EQ(KVLpbcpn(civil_serial(2000, 3, 31), civil_serial(2025, 5, 10), nullptr, nullptr, &unknown, nullptr, &error),
             -1);
   EXPECT_EQ(error, 1);
+  // Coupon numbers of +-2^31 from a reference date after or long before
+  // settlement: no wrapped index, no date.
+  for (const auto& [k, reference] : {std::pair{INT32_MIN, 45352}, {INT32_MAX, 45352}, {INT32_MAX, 60}, {INT32_MIN, 60}}) {
+    EXPECT_EQ(KVLpbcpn(reference, 45351, &k, nullptr, nullptr, nullptr, &error), -1);
+    EXPECT_EQ(error, 1);
+  }
 }
 
 TEST(PerpetualFailures, EachExportReportsItsCode) {

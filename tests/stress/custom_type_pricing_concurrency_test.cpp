@@ -1,34 +1,30 @@
-// Custom bond types under load, through the exported functions only: eight
-// threads price and accrue bonds of custom types while two threads keep
-// redefining those types. Every result must be one a single thread gets
-// under one of the two definitions that can be in force, and no call may
-// fail to get the custom-type lock. (Also run under ThreadSanitizer.)
+// Custom bond types under load, through the exports only (also run under
+// ThreadSanitizer). Two writers keep switching three custom codes between
+// two definitions and redefining a fourth with its own conventions, while
+// eight threads price, accrue and look up bonds of the three and two callers
+// run four-thread batches over a portfolio holding the fourth. Every single
+// result must be the one a single thread gets under a definition that can be
+// in force, every batch the single-threaded batch byte for byte, and no call
+// may miss the custom-type lock.
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <thread>
 #include <vector>
 
-#include "k_bond.h"
+#include "batch/batch_table.h"
+#include "bond/quoted_bond.h"
 
 namespace {
 
-// Serial of a civil date (1 = 1 January 1900), days-from-civil algorithm.
-constexpr int32_t serial(int32_t y, int32_t m, int32_t d) {
-  y -= m <= 2;
-  const int32_t era = (y >= 0 ? y : y - 399) / 400;
-  const int32_t yoe = y - era * 400;
-  const int32_t doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
-  const int32_t doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
-  return era * 146097 + doe - 719468 + 25568;
-}
+using kbond::testing::QuotedBond;
+using namespace kbond_batch_test;
 
-constexpr int32_t kFirstCode = 1070;
+constexpr int32_t kFirstCode = 1070, kBatchCode = 1085;
 constexpr int kCodes = 3;
 
-// Two definitions that price the same bond differently: A is a semi-annual
-// act/act bond with compound yields, B an annual 30/360 one with Japanese
-// simple yields and a seven-business-day ex-dividend period.
+// A is a semi-annual act/act bond with compound yields, B an annual 30/360
+// one with Japanese simple yields and a seven-business-day ex-dividend period.
 int32_t define(int32_t code, bool b) {
   const int32_t basis = b ? 1 : 0, frequency = b ? 1 : 2, method = b ? 1 : 0, exdiv = b ? 7 : 0,
                 eom = 0;
@@ -36,118 +32,102 @@ int32_t define(int32_t code, bool b) {
                     nullptr, &exdiv, nullptr);
 }
 
-struct Bond {
-  double coupon;
-  int32_t maturity;
-  int32_t settlement;
-};
-
-constexpr Bond kBonds[] = {{0.05, serial(2031, 6, 15), serial(2024, 3, 1)},
-                           {0.0325, serial(2027, 12, 1), serial(2024, 11, 25)},
-                           {0.07, serial(2044, 2, 28), serial(2025, 2, 20)}};
-
-double price(const Bond& bond, int32_t code, int32_t* error) {
-  return KVLbpr(&bond.coupon, 1, &bond.maturity, 1, bond.settlement, 0.045, nullptr, nullptr, &code,
-                nullptr, 0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0,
-                nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr, error);
+int32_t define_batch_code() {
+  const int32_t basis = 5, frequency = 1;
+  return KVLbcustom(kBatchCode, &basis, nullptr, nullptr, &frequency, nullptr, nullptr, nullptr,
+                    nullptr, nullptr, nullptr, nullptr);
 }
 
-double accrued(const Bond& bond, int32_t code, int32_t* error) {
-  return KVLbai(&bond.coupon, 1, &bond.maturity, 1, bond.settlement, nullptr, nullptr, &code,
-                nullptr, 0, nullptr, nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr,
-                error);
-}
-
-TEST(CustomTypePricingConcurrency, ResultsMatchOneDefinitionInForce) {
+TEST(CustomTypePricingConcurrency, ResultsMatchADefinitionInForce) {
   KVLbond_initMT();
-  // Single-threaded results under each definition.
-  double expected_price[kCodes][2][3], expected_accrued[kCodes][2][3];
+  const QuotedBond bonds[] = {QuotedBond(0, 0.05, serial(2031, 6, 15), serial(2024, 3, 1)),
+                              QuotedBond(0, 0.0325, serial(2027, 12, 1), serial(2024, 11, 25)),
+                              QuotedBond(0, 0.07, serial(2044, 2, 28), serial(2025, 2, 20))};
+  const auto bond = [&](int k, int c) {
+    QuotedBond b = bonds[k];
+    b.type = kFirstCode + c;
+    return b;
+  };
+  // Single-threaded results under each definition, told apart by every price.
+  double price[kCodes][2][3], accrued[kCodes][2][3];
   for (int c = 0; c < kCodes; ++c) {
     for (int d = 0; d < 2; ++d) {
       ASSERT_EQ(define(kFirstCode + c, d == 1), kFirstCode + c);
       for (int k = 0; k < 3; ++k) {
-        int32_t error = -1;
-        expected_price[c][d][k] = price(kBonds[k], kFirstCode + c, &error);
-        ASSERT_EQ(error, 0);
-        expected_accrued[c][d][k] = accrued(kBonds[k], kFirstCode + c, &error);
-        ASSERT_EQ(error, 0);
+        int32_t e1 = -1, e2 = -1;
+        price[c][d][k] = bond(k, c).price(0.045, &e1);
+        accrued[c][d][k] = bond(k, c).accrued(&e2);
+        ASSERT_TRUE(e1 == 0 && e2 == 0);
       }
     }
-    // The two definitions must be told apart by the price of every bond.
-    for (int k = 0; k < 3; ++k) ASSERT_NE(expected_price[c][0][k], expected_price[c][1][k]);
+    for (int k = 0; k < 3; ++k) ASSERT_NE(price[c][0][k], price[c][1][k]);
   }
+  ASSERT_EQ(define_batch_code(), kBatchCode);
+  Table t;
+  for (int32_t i = 0; i < 300; ++i) {
+    const int32_t type = i % 3 == 0 ? kBatchCode : (i % 3 == 1 ? 40 : 0);
+    t.add(type, 0.02 + 0.0001 * i, serial(2027 + i % 25, 1 + i % 12, 15), serial(2025, 3, 17),
+          i % 2, i % 2 ? 90.0 + 0.05 * i : 0.035);
+  }
+  Results expected(t.rows());
+  int32_t error = 0;
+  ASSERT_EQ(run_batch(t, 1, expected, &error), 0);
 
-  std::atomic<bool> writing{true};
-  std::atomic<int> mismatches{0}, errors{0}, lock_failures{0}, write_failures{0}, calls{0};
+  std::atomic<int> finished{0}, mismatches{0}, errors{0}, lock_failures{0}, write_failures{0};
+  const auto check = [&](int32_t e, double got, double a, double b) {
+    if (e == KVL_ERR_LOCK) ++lock_failures;
+    else if (e != 0) ++errors;
+    else if (got != a && got != b) ++mismatches;
+  };
   std::vector<std::thread> threads;
   for (int w = 0; w < 2; ++w) {
     threads.emplace_back([&, w] {
-      for (int i = 0; i < 150; ++i) {
+      for (int i = 0; i < 150 || finished.load() < 10; ++i) {
         const int32_t code = kFirstCode + (i + w) % kCodes;
-        if (define(code, (i / kCodes + w) % 2 == 1) != code) write_failures.fetch_add(1);
+        if (define(code, (i / kCodes + w) % 2 == 1) != code) ++write_failures;
+        if (define_batch_code() != kBatchCode) ++write_failures;
         std::this_thread::yield();
       }
-      writing.store(false);
     });
   }
   for (int r = 0; r < 8; ++r) {
     threads.emplace_back([&, r] {
       for (int i = 0; i < 400; ++i) {
         const int c = (i + r) % kCodes, k = (i / kCodes + r) % 3;
-        int32_t error = -1;
-        const double p = price(kBonds[k], kFirstCode + c, &error);
-        if (error == -60) lock_failures.fetch_add(1);
-        else if (error != 0) errors.fetch_add(1);
-        else if (p != expected_price[c][0][k] && p != expected_price[c][1][k]) mismatches.fetch_add(1);
-        const double a = accrued(kBonds[k], kFirstCode + c, &error);
-        if (error == -60) lock_failures.fetch_add(1);
-        else if (error != 0) errors.fetch_add(1);
-        else if (a != expected_accrued[c][0][k] && a != expected_accrued[c][1][k]) mismatches.fetch_add(1);
-        calls.fetch_add(2);
+        int32_t e1 = -1, e2 = -1, e3 = -1, frequency = 0;
+        const double p = bond(k, c).price(0.045, &e1), a = bond(k, c).accrued(&e2);
+        KVLbtype(kFirstCode + c, &frequency, nullptr, nullptr, nullptr, &e3);
+        check(e1, p, price[c][0][k], price[c][1][k]);
+        check(e2, a, accrued[c][0][k], accrued[c][1][k]);
+        check(e3, frequency, 2, 1);
       }
+      ++finished;
     });
   }
-  for (std::thread& t : threads) t.join();
+  std::vector<Results> got(2, Results(t.rows()));
+  std::vector<int32_t> failures(2, -1);
+  for (int c = 0; c < 2; ++c) {
+    threads.emplace_back([&, c] {
+      int32_t e = 0;
+      for (int round = 0; round < 3; ++round) failures[c] = run_batch(t, 4, got[c], &e);
+      ++finished;
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
 
   EXPECT_EQ(mismatches.load(), 0);
   EXPECT_EQ(errors.load(), 0);
   EXPECT_EQ(lock_failures.load(), 0);
   EXPECT_EQ(write_failures.load(), 0);
-  EXPECT_EQ(calls.load(), 8 * 400 * 2);
-
+  for (int c = 0; c < 2; ++c) {
+    EXPECT_EQ(failures[c], 0);
+    EXPECT_TRUE(got[c] == expected);
+  }
   // Afterwards a single thread sees exactly the definition last written.
   for (int c = 0; c < kCodes; ++c) {
     ASSERT_EQ(define(kFirstCode + c, true), kFirstCode + c);
-    int32_t error = -1;
-    EXPECT_EQ(price(kBonds[0], kFirstCode + c, &error), expected_price[c][1][0]);
-    EXPECT_EQ(error, 0);
+    EXPECT_EQ(bond(0, c).price(0.045), price[c][1][0]);
   }
-}
-
-// Catalogue look-ups of custom codes read the lock as well: while a writer
-// redefines a code, KVLbtype returns one definition's frequency or the
-// other's, never an error.
-TEST(CustomTypePricingConcurrency, TypeLookUpsDuringRedefinition) {
-  KVLbond_initMT();
-  const int32_t code = kFirstCode + kCodes;
-  ASSERT_EQ(define(code, false), code);
-  std::atomic<int> bad{0};
-  std::thread writer([&] {
-    for (int i = 0; i < 200; ++i) define(code, i % 2 == 1);
-  });
-  std::vector<std::thread> readers;
-  for (int r = 0; r < 4; ++r) {
-    readers.emplace_back([&] {
-      for (int i = 0; i < 500; ++i) {
-        int32_t frequency = 0, error = -1;
-        KVLbtype(code, &frequency, nullptr, nullptr, nullptr, &error);
-        if (error != 0 || (frequency != 1 && frequency != 2)) bad.fetch_add(1);
-      }
-    });
-  }
-  writer.join();
-  for (std::thread& t : readers) t.join();
-  EXPECT_EQ(bad.load(), 0);
 }
 
 }  // namespace
