@@ -7,11 +7,13 @@
 namespace kbond::frn {
 namespace {
 
-// The 30/360 variant of the library's day counts for FRN codes 3 and 4.
+// The bond day count that counts FRN codes 3 and 4 (their February forms
+// when the period starts on a month end). FRN code numbers are their own:
+// FRN 0 is actual/360, bond 0 actual/actual.
 int32_t thirty_360_code(int32_t start, int32_t day_count) noexcept {
   const bool month_end_start = dates::is_end_of_month(start) != 0;
-  if (day_count == kFrnThirty360) return month_end_start ? 7 : 1;
-  return month_end_start ? 9 : 2;
+  if (day_count == kFrnThirty360) return month_end_start ? dates::k30_360Feb : dates::k30_360;
+  return month_end_start ? dates::k30E_360Feb : dates::k30E_360;
 }
 
 }  // namespace
