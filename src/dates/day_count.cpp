@@ -27,11 +27,11 @@ bool is_last_of_february(int32_t day, int32_t month, int32_t year) {
 // The 30/360 variant a 30-day code counts with; 0 for the other codes.
 int32_t thirty_360_variant(int32_t code) {
   switch (code) {
-    case 1: case 3: return 1;
-    case 2: case 6: return 2;
-    case 7: case 8: return 7;
-    case 9: case 10: return 9;
-    case 11: case 12: return 11;
+    case k30_360: case k30_365: return k30_360;
+    case k30E_360: case k30E_365: return k30E_360;
+    case k30_360Feb: case k30_365Feb: return k30_360Feb;
+    case k30E_360Feb: case k30E_365Feb: return k30E_360Feb;
+    case k30EPlus360: case k30EPlus365: return k30EPlus360;
     default: return 0;
   }
 }
@@ -106,8 +106,8 @@ int32_t counted_days(int32_t start, int32_t end, int32_t code, int32_t* error) n
   const int32_t variant = thirty_360_variant(code);
   if (variant != 0) return thirty_360(start, end, variant);
   switch (code) {
-    case 0: case 4: case 5: case 14: return end - start;
-    case 13: return days_without_leap_day(start, end);
+    case kActAct: case kAct360: case kAct365: case kActCalendarYears: return end - start;
+    case kAct365Japanese: return days_without_leap_day(start, end);
     default:
       if (error) *error = 1;
       return end - start;
@@ -115,7 +115,7 @@ int32_t counted_days(int32_t start, int32_t end, int32_t code, int32_t* error) n
 }
 
 double year_fraction(int32_t start, int32_t end, int32_t code) noexcept {
-  if (code == 13) return days_without_leap_day(start, end) * kOver365;
+  if (code == kAct365Japanese) return days_without_leap_day(start, end) * kOver365;
   if (end < start) return -year_fraction(end, start, code);
 
   int32_t d1, m1, y1, d2, m2, y2;
@@ -130,11 +130,11 @@ double year_fraction(int32_t start, int32_t end, int32_t code) noexcept {
   const int32_t part_days = day_count(anniversary, end, code, nullptr);
 
   switch (code) {
-    case 1: case 2: case 4: case 7: case 9: case 11:
+    case k30_360: case k30E_360: case kAct360: case k30_360Feb: case k30E_360Feb: case k30EPlus360:
       return whole_years + part_days * kOver360;
-    case 3: case 5: case 6: case 8: case 10: case 12:
+    case k30_365: case kAct365: case k30E_365: case k30_365Feb: case k30E_365Feb: case k30EPlus365:
       return whole_years + part_days * kOver365;
-    case 14:
+    case kActCalendarYears:
       if (anniversary_year != y2) {  // the part year crosses a year end
         const int32_t new_year = date_to_serial(1, 1, anniversary_year + 1);
         return whole_years +
@@ -150,7 +150,7 @@ double year_fraction(int32_t start, int32_t end, int32_t code) noexcept {
 
 int32_t add_convention_days(int32_t date, int32_t n, int32_t code, int32_t eom_flag) noexcept {
   if (n == 0) return date;
-  if (code == 0 || code == 4 || code == 5 || code == 14) {
+  if (code == kActAct || code == kAct360 || code == kAct365 || code == kActCalendarYears) {
     const int64_t moved = static_cast<int64_t>(date) + n;
     return (moved > kMaxSerial || moved < INT32_MIN) ? -1 : static_cast<int32_t>(moved);
   }
@@ -160,10 +160,10 @@ int32_t add_convention_days(int32_t date, int32_t n, int32_t code, int32_t eom_f
   const bool last_of_february = is_last_of_february(d, m, y);
   int32_t base;
   switch (code) {
-    case 1: case 2: case 3: case 6: case 11: case 12:
+    case k30_360: case k30E_360: case k30_365: case k30E_365: case k30EPlus360: case k30EPlus365:
       base = (d == 31 || (eom_flag && last_of_february)) ? 30 : d;
       break;
-    case 7: case 8: case 9: case 10:
+    case k30_360Feb: case k30_365Feb: case k30E_360Feb: case k30E_365Feb:
       base = (d == 31 || last_of_february) ? 30 : d;
       break;
     default:
@@ -197,7 +197,7 @@ int32_t add_convention_days(int32_t date, int32_t n, int32_t code, int32_t eom_f
 
   int32_t result = date_to_serial(new_day, new_month, new_year);
   // 30E+ counts an end on the 31st as the 1st of the next month.
-  if ((code == 11 || code == 12) && d == 31 && new_day != 31 && result > 0) ++result;
+  if ((code == k30EPlus360 || code == k30EPlus365) && d == 31 && new_day != 31 && result > 0) ++result;
   return result;
 }
 
