@@ -55,6 +55,17 @@ int32_t compute_period_fractions(bond_desc& desc) noexcept {
 
   double cf = 1.0, tn = 0.0, ay = 0.0, b = 0.0, ba = 0.0;
   int32_t quasi_start = ps;
+  // A short period measured against the regular period [from, to] that
+  // contains it; false when that period has no usable year.
+  auto over_regular_period = [&](int32_t from, int32_t to) {
+    b = dates::year_basis(from, to, f, dc_c);
+    ba = dates::year_basis(from, to, f, dc_a);
+    if (!usable(ba) || !usable(b)) return false;
+    cf = days(ps, nc, dc_c) * per_year / b;
+    tn = time_to_next_from_start(ba);
+    ay = days(ps, s, dc_c) / b;
+    return true;
+  };
 
   switch (desc.position) {
     case kRegularPeriod:
@@ -81,13 +92,9 @@ int32_t compute_period_fractions(bond_desc& desc) noexcept {
       break;
 
     case kShortFirstPeriod:
+      // Over the regular period that ends at the next coupon.
       quasi_start = dates::add_months(nc, -desc.months_per_period, desc.eom);
-      b = dates::year_basis(quasi_start, nc, f, dc_c);
-      ba = dates::year_basis(quasi_start, nc, f, dc_a);
-      if (!usable(ba) || !usable(b)) return 1;
-      cf = days(ps, nc, dc_c) * per_year / b;
-      tn = time_to_next_from_start(ba);
-      ay = days(ps, s, dc_c) / b;
+      if (!over_regular_period(quasi_start, nc)) return 1;
       break;
 
     case kLongFirstPeriod: {
@@ -128,16 +135,10 @@ int32_t compute_period_fractions(bond_desc& desc) noexcept {
       break;
     }
 
-    default: {  // kNoGridDateLeft: a broken period runs to maturity
-      const int32_t end = dates::add_months(ps, desc.months_per_period, desc.eom);
-      b = dates::year_basis(ps, end, f, dc_c);
-      ba = dates::year_basis(ps, end, f, dc_a);
-      if (!usable(ba) || !usable(b)) return 1;
-      cf = days(ps, nc, dc_c) * per_year / b;
-      tn = time_to_next_from_start(ba);
-      ay = days(ps, s, dc_c) / b;
+    default:  // kNoGridDateLeft: a broken period runs to maturity, over
+              // the regular period that starts with it
+      if (!over_regular_period(ps, dates::add_months(ps, desc.months_per_period, desc.eom))) return 1;
       break;
-    }
   }
 
   desc.cf = cf;
