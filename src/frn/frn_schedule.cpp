@@ -6,7 +6,7 @@
 namespace kbond::frn {
 namespace {
 
-bool valid_serial(int32_t date) noexcept { return date >= 1 && date <= dates::kMaxSerial; }
+using dates::valid_serial;
 
 // 0, or the code for a list that is missing, starts before day 0, or does
 // not strictly increase.
@@ -19,6 +19,29 @@ int32_t check_ascending(const int32_t* list, int32_t count) noexcept {
     if (list[i] <= list[i - 1]) return KVL_ERR_DATE_ORDER;
   }
   return 0;
+}
+
+// The next coupon on the reset grid anchored at `anchor`, moved to a business
+// day where the type adjusts dates, and never after maturity.
+int32_t next_on_grid(FrnSchedule& s, const FrnType& type, int32_t anchor, bool from_maturity) noexcept {
+  s.grid = FrnResetGrid(anchor, type);
+  int32_t j = s.grid.index_after(s.settlement);
+  // Stepping back from maturity: a reset date on or before settlement that
+  // is paid on a later business day is still the next coupon.
+  if (from_maturity && s.adjusts_dates() && s.adjust(s.grid.at(j - 1)) > s.settlement) --j;
+  s.next_index = j;
+  int32_t next = s.grid.at(j);
+  if (next < s.maturity && s.adjusts_dates()) next = s.adjust(next);
+  return next >= s.maturity ? s.maturity : next;
+}
+
+// The grid date before the next coupon, as paid (the one before it when the
+// adjusted date falls after settlement).
+int32_t previous_on_grid(const FrnSchedule& s) noexcept {
+  const int32_t last = s.grid.at(s.next_index - 1);
+  if (!s.adjusts_dates()) return last;
+  const int32_t paid = s.adjust(last);
+  return paid > s.settlement ? s.adjust(s.grid.at(s.next_index - 2)) : paid;
 }
 
 }  // namespace
@@ -70,56 +93,40 @@ int32_t frn_schedule_setup(FrnType* type, int32_t maturity, int32_t settlement,
   const int32_t previous = previous_given ? *previous_coupon : 0;
   if (previous != 0 && !valid_serial(previous)) return KVL_ERR_BAD_DATE;
 
-  // Next coupon date.
+  // Next coupon date: a listed reset date exactly as given, or the grid
+  // from the last listed reset, the previous coupon or maturity.
   int32_t next = 0;
   if (list_in_use && list[k] > settlement) {
-    // A listed reset date is taken exactly as given.
     next = list[k];
     s.later_resets = list + k + 1;
     s.later_count = n - k - 1;
     s.grid = FrnResetGrid(next, *type);
     s.next_index = 0;
   } else {
-    int32_t anchor = 0;
-    const bool from_maturity = !list_in_use && previous == 0;
+    int32_t anchor = maturity;
     if (list_in_use) {
       anchor = list[k];
     } else if (previous != 0) {
       if (previous >= settlement) return KVL_ERR_DATE_ORDER;
       anchor = previous;
-    } else {
-      if (maturity <= settlement) return KVL_ERR_DATE_ORDER;
-      anchor = maturity;
+    } else if (maturity <= settlement) {
+      return KVL_ERR_DATE_ORDER;
     }
-    s.grid = FrnResetGrid(anchor, *type);
-    int32_t j = s.grid.index_after(settlement);
-    // Stepping back from maturity: a reset date on or before settlement that
-    // is paid on a later business day is still the next coupon.
-    if (from_maturity && s.adjusts_dates() && s.adjust(s.grid.at(j - 1)) > settlement) --j;
-    s.next_index = j;
-    next = s.grid.at(j);
-    if (next < maturity && s.adjusts_dates()) next = s.adjust(next);
-    if (next >= maturity) next = maturity;
+    next = next_on_grid(s, *type, anchor, !list_in_use && previous == 0);
   }
   if (next <= settlement) return KVL_ERR_DATE_ORDER;
   s.next_coupon = next;
   s.anchor = s.grid.anchor();
 
   // Previous coupon date.
-  int32_t last = 0;
   if (previous != 0 && (!list_in_use || list[0] > settlement)) {
-    last = previous;
-    if (last >= next) return KVL_ERR_DATE_ORDER;
+    if (previous >= next) return KVL_ERR_DATE_ORDER;
+    s.previous_coupon = previous;
   } else if (list_in_use && n >= 2 && k > 0 && list[k] > settlement) {
-    last = list[k - 1];
+    s.previous_coupon = list[k - 1];
   } else {
-    last = s.grid.at(s.next_index - 1);
-    if (s.adjusts_dates()) {
-      last = s.adjust(last);
-      if (last > settlement) last = s.adjust(s.grid.at(s.next_index - 2));
-    }
+    s.previous_coupon = previous_on_grid(s);
   }
-  s.previous_coupon = last;
 
   if (type->year_length == 0.0) type->year_length = default_year_length(type->day_count);
   return 0;
