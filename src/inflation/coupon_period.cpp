@@ -13,7 +13,6 @@ int32_t schedule_end_of_month(int32_t maturity, const int32_t* caller_value) noe
   return (caller_value != nullptr && *caller_value != 0) ? 1 : 0;
 }
 
-bool is_valid_date(int32_t serial) noexcept { return serial >= 1 && serial <= dates::kMaxSerial; }
 
 namespace {
 
@@ -44,7 +43,7 @@ bool resolve_coupon_period(int32_t settlement, int32_t maturity, int32_t months_
     if (next != maturity && next > maturity - near_maturity_days) next = maturity;
     if (!given(previous_given)) previous = dates::add_months(next, -step, eom);
   }
-  if (!is_valid_date(previous) || !is_valid_date(next)) return false;
+  if (!dates::valid_serial(previous) || !dates::valid_serial(next)) return false;
   if (!(previous < next && next <= maturity && settlement <= maturity)) return false;
 
   period->previous = previous;

@@ -24,9 +24,6 @@ struct CouponPeriod {
 // caller's value (NULL: off) decides.
 int32_t schedule_end_of_month(int32_t maturity, const int32_t* caller_value) noexcept;
 
-// True for a serial the date library can split (1 .. its largest serial).
-bool is_valid_date(int32_t serial) noexcept;
-
 // Resolves the period. A coupon date pointer counts as given when it is not
 // NULL and not 0. With only the next date given the previous one is a regular
 // period earlier, but not later than settlement. A computed next coupon later

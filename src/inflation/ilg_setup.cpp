@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "dates/date_serial.h"
 #include "dates/day_count.h"
 #include "engine/catalogue.h"
 #include "engine/safe_math.h"
@@ -36,11 +37,11 @@ bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
   double inflation = 0.0;
   if (!assumed_inflation(args.inflation, &inflation)) return false;
   if (args.holiday_count < 0) return false;
-  if (!is_valid_date(args.maturity) || !is_valid_date(args.settlement) ||
+  if (!dates::valid_serial(args.maturity) || !dates::valid_serial(args.settlement) ||
       args.settlement > args.maturity) {
     return false;
   }
-  if (args.extra_date != nullptr && *args.extra_date != 0 && !is_valid_date(*args.extra_date)) {
+  if (args.extra_date != nullptr && *args.extra_date != 0 && !dates::valid_serial(*args.extra_date)) {
     return false;
   }
 

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "dates/date_serial.h"
 #include "dates/day_count.h"
 #include "dates/month_arithmetic.h"
 #include "engine/safe_math.h"
@@ -38,11 +39,11 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   if (!assumed_inflation(args.inflation, &inflation)) return KVL_ERR_INVALID;
   if (args.option_b != 0 && args.option_b != 1) return KVL_ERR_INVALID;
   if (args.holiday_count < 0) return KVL_ERR_INVALID;
-  if (!is_valid_date(args.maturity) || !is_valid_date(args.settlement) || args.settlement > args.maturity) {
+  if (!dates::valid_serial(args.maturity) || !dates::valid_serial(args.settlement) || args.settlement > args.maturity) {
     return KVL_ERR_INVALID;
   }
   const bool dated = args.option_c != nullptr && *args.option_c != 0;
-  if (dated && !is_valid_date(*args.option_c)) return KVL_ERR_INVALID;
+  if (dated && !dates::valid_serial(*args.option_c)) return KVL_ERR_INVALID;
 
   desc->coupon = args.coupon * 0.01;
   set_indexed_bond(desc, args.maturity, args.settlement, inflation, args.end_of_month, args.option_a,
