@@ -12,6 +12,7 @@
 
 #include "dates/date_serial.h"
 #include "dates/month_arithmetic.h"
+#include "k_bond.h"
 
 namespace kbond::dates {
 namespace {
@@ -109,7 +110,7 @@ int32_t counted_days(int32_t start, int32_t end, int32_t code, int32_t* error) n
     case kActAct: case kAct360: case kAct365: case kActCalendarYears: return end - start;
     case kAct365Japanese: return days_without_leap_day(start, end);
     default:
-      if (error) *error = 1;
+      if (error) *error = KVL_ERR_INVALID;
       return end - start;
   }
 }

@@ -8,6 +8,7 @@
 #include "engine/market_rules.h"
 #include "engine/evaluator_common.h"
 #include "engine/evaluators.h"
+#include "k_bond.h"
 
 namespace kbond::engine {
 
@@ -17,7 +18,7 @@ double chained_simple_evaluator(double yield, const bond_desc& desc, double* fir
   if (pays_maturity_on_spanish_calendar(desc.type, desc.settlement) &&
       !pays_on_business_days(desc) &&
       !spanish_maturity_payment_date(desc.maturity, &maturity_paid)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return 0.0;
   }
   const bool business_days = pays_on_business_days(desc);

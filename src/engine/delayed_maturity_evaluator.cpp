@@ -10,6 +10,7 @@
 #include "engine/coupon_schedule.h"
 #include "engine/evaluator_common.h"
 #include "engine/evaluators.h"
+#include "k_bond.h"
 
 namespace kbond::engine {
 
@@ -46,7 +47,7 @@ double delayed_maturity_evaluator(double yield, const bond_desc& desc, double* f
                                   int32_t* error) noexcept {
   int32_t paid = desc.maturity;
   if (!spanish_maturity_payment_date(desc.maturity, &paid)) {
-    *error = 1;
+    *error = KVL_ERR_INVALID;
     return 0.0;
   }
   if (paid == desc.maturity) return standard_evaluator(yield, desc, first_derivative, error);

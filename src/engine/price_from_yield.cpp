@@ -11,6 +11,7 @@
 #include "dates/day_count.h"
 #include "engine/catalogue.h"
 #include "engine/evaluators.h"
+#include "k_bond.h"
 
 namespace kbond::engine {
 
@@ -117,7 +118,7 @@ double price_from_yield(double yield, const bond_desc& desc, double* first_deriv
     return japanese_simple_evaluator(yield, desc, first_derivative, second_derivative, err);
   if (yield_method == kStandardYield)  // in its simple-interest final period
     return simple_final_evaluator(yield, desc, first_derivative, second_derivative, err);
-  *err = 1;
+  *err = KVL_ERR_INVALID;
   return -1.0;
 }
 

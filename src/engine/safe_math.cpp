@@ -1,4 +1,5 @@
 #include "engine/safe_math.h"
+#include "k_bond.h"
 
 #include <cmath>
 
@@ -20,20 +21,20 @@ double yield_convert(double y, double a, double b, double d, double k, int32_t* 
   err = 0;
   if (a != 0.0 && b != 0.0) {
     const double converted = (safe_pow(1.0 + y / d, a / b) - 1.0) * k;
-    if (!std::isfinite(converted)) err = 1;  // a yield too large to compound
+    if (!std::isfinite(converted)) err = KVL_ERR_INVALID;  // a yield too large to compound
     return converted;
   }
   if (a != 0.0) {  // to continuous compounding
     const double base = 1.0 + y / d;
     if (!(base > 0.0)) {
-      err = 1;
+      err = KVL_ERR_INVALID;
       return 0.0;
     }
     return std::log(base) * a;
   }
   if (b != 0.0) {  // from continuous compounding
     const double converted = (std::exp(y / b) - 1.0) * k;
-    if (!std::isfinite(converted)) err = 1;
+    if (!std::isfinite(converted)) err = KVL_ERR_INVALID;
     return converted;
   }
   return y;

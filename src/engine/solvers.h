@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "engine/safe_math.h"
+#include "k_bond.h"
 
 namespace kbond::engine {
 
@@ -36,7 +37,7 @@ double newton_solve(Eval&& f, double target, double x0, double tolerance, int ma
   err = 0;
   tolerance = std::fabs(tolerance);
   if (tolerance == 0.0 || !std::isfinite(x0) || !valid(x0)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return x0;
   }
   double x = x0;
@@ -47,18 +48,18 @@ double newton_solve(Eval&& f, double target, double x0, double tolerance, int ma
     double derivative = 0.0;
     const double value = f(x, &derivative);
     if (std::isnan(value) || std::fabs(previous - value) <= 1e-15) {
-      err = 1;
+      err = KVL_ERR_INVALID;
       return x;
     }
     const double diff = target - value;
     if (std::fabs(diff) <= tolerance) return x;
     if (derivative == 0.0 || std::isnan(derivative)) {
-      err = 1;
+      err = KVL_ERR_INVALID;
       return x;
     }
     double next = x + diff / derivative;
     if (!std::isfinite(next)) {  // a denormal derivative: no usable step
-      err = 1;
+      err = KVL_ERR_INVALID;
       return x;
     }
     while (!valid(next) && iterations < max_iterations) {
@@ -68,7 +69,7 @@ double newton_solve(Eval&& f, double target, double x0, double tolerance, int ma
     previous = value;
     x = next;
   }
-  err = 1;
+  err = KVL_ERR_INVALID;
   return x;
 }
 
@@ -93,26 +94,26 @@ double bracket_solve(Eval&& f, double target, double lower, double upper, double
   tolerance = std::fabs(tolerance);
   if (lower > upper) std::swap(lower, upper);
   if (max_iterations < 1) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return kOverflowMarker;
   }
   double lo = lower, hi = upper;
   const double f_lo = f(lo, nullptr);
   if (std::isnan(f_lo)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return kOverflowMarker;
   }
   double g_lo = f_lo - target;
   if (std::fabs(g_lo) <= tolerance) return lo;
   const double f_hi = f(hi, nullptr);
   if (std::isnan(f_hi)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return kOverflowMarker;
   }
   double g_hi = f_hi - target;
   if (std::fabs(g_hi) <= tolerance) return hi;
   if ((g_lo > 0.0) == (g_hi > 0.0)) {
-    err = 1;
+    err = KVL_ERR_INVALID;
     return kOverflowMarker;
   }
   double x = hi;
@@ -128,7 +129,7 @@ double bracket_solve(Eval&& f, double target, double lower, double upper, double
     x = next;
     const double fx = f(x, nullptr);
     if (std::isnan(fx)) {
-      err = 1;
+      err = KVL_ERR_INVALID;
       return x;
     }
     const double g = fx - target;
@@ -146,7 +147,7 @@ double bracket_solve(Eval&& f, double target, double lower, double upper, double
     }
     bisect = hi - lo > 0.5 * width;
   }
-  err = 1;
+  err = KVL_ERR_INVALID;
   return x;
 }
 
