@@ -282,7 +282,7 @@ class BulletWalk {
       const double f = desc_.frequency;
       if (!business_days) return t0_ + (date - desc_.next_coupon) * f * kPerDay365;
       const int32_t next_paid = payment_date(desc_, desc_.next_coupon);
-      const int32_t days = dates::day_count(next_paid, payment_date(desc_, date), 5, nullptr);
+      const int32_t days = dates::day_count(next_paid, payment_date(desc_, date), dates::kAct365, nullptr);
       return t0_ + days * f * kPerDay365;
     }
     if (!business_days) return t0_ + static_cast<double>(k);

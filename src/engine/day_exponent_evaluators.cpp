@@ -26,7 +26,7 @@ double actual365_evaluator(double yield, const bond_desc& desc, double* first_de
   return discount_cash_flows(
       yield, desc,
       [&](const CashFlow& flow) {
-        const int32_t days = dates::day_count(next_paid, payment_date(desc, flow.date), 5, nullptr);
+        const int32_t days = dates::day_count(next_paid, payment_date(desc, flow.date), dates::kAct365, nullptr);
         return t0 + days * f * kPerDay365;
       },
       first_derivative, error);

@@ -61,7 +61,7 @@ bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
   const CouponPeriod& p = desc->period;
 
   // Actual/actual over the quasi-coupon period, semi-annual basis.
-  const double year_days = dates::year_basis(p.quasi_start, p.next, 2, 0);
+  const double year_days = dates::year_basis(p.quasi_start, p.next, 2, dates::kActAct);
   desc->accrued_fraction = static_cast<double>(args.settlement - p.previous) / year_days;
   if (desc->accrued_fraction < 0.0) desc->accrued_fraction = 0.0;
   desc->period_fraction = static_cast<double>(p.next - p.previous) / (0.5 * year_days);

@@ -70,7 +70,7 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   if (!std::isfinite(desc->index_ratio) || !(desc->index_ratio > 0.0)) return KVL_ERR_INVALID;
 
   // Actual/actual over the quasi-coupon period.
-  const double year_days = dates::year_basis(p.quasi_start, p.next, desc->frequency, 0);
+  const double year_days = dates::year_basis(p.quasi_start, p.next, desc->frequency, dates::kActAct);
   const double period_coupon = desc->coupon / desc->frequency;
   if (args.next_coupon_amount != nullptr) {
     const double fixed = *args.next_coupon_amount;
