@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "engine/bond_desc.h"
+#include "engine/yield_sensitivity.h"
 #include "k_bond.h"
 
 namespace kbond::engine {
@@ -37,6 +39,19 @@ inline double duration_from_slope(double slope, double dirty, double yield, doub
   const double modified = -slope / dirty;
   if (kind && *kind != 0) return modified * (1.0 + yield / frequency);
   return modified;
+}
+
+// A straight bond's modified duration at the quoted `yield`, or its
+// Macaulay duration with `macaulay`; -1.0 with the error code when the
+// price fails or its dirty value is not positive (KVL_ERR_INVALID).
+inline double bond_duration(double yield, const bond_desc& desc, bool macaulay,
+                            int32_t& err) noexcept {
+  YieldSensitivity s;
+  err = yield_sensitivity(yield, desc, false, s);
+  if (err == 0 && !(s.dirty > 0.0)) err = KVL_ERR_INVALID;
+  if (err != 0) return -1.0;
+  const double modified = -(s.first * s.ratio) / s.dirty;
+  return macaulay ? modified * (yield / s.quote_frequency + 1.0) : modified;
 }
 
 // -slope / scale (scale NULL: 100, the value per 100 of face), where
