@@ -14,6 +14,7 @@
 #include <cstdint>
 
 #include "engine/bond_desc.h"
+#include "engine/solvers.h"
 
 namespace kbond::engine {
 
@@ -77,5 +78,21 @@ struct CarryTerms {
 // that cannot be re-expressed continuously).
 double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args,
                     const CarryTerms& terms, int32_t* error) noexcept;
+
+// The repo rate at which `carry(rate, nullptr)` (NaN where no carry exists)
+// meets `target`, searched over three brackets in turn: the usual range,
+// deeply negative rates, then high ones. -999.0 with the last solver error
+// when none holds it.
+template <class Carry>
+double implied_repo_rate(Carry&& carry, double target, int32_t* error) noexcept {
+  static constexpr double kBrackets[3][2] = {{-0.99, 5.0}, {-4.0, 0.01}, {0.0, 15.0}};
+  int32_t err = 0;
+  for (const auto& bracket : kBrackets) {
+    const double rate = bracket_solve(carry, target, bracket[0], bracket[1], 1e-6, 64, &err);
+    if (err == 0) return rate;
+  }
+  *error = err;
+  return -999.0;
+}
 
 }  // namespace kbond::engine
