@@ -1,5 +1,6 @@
 // KVLbcshflw and KVLbcshflw_free: the table of a straight bond's remaining
 // cash flows, in arrays the library allocates and the caller returns.
+#include "bond/common_args.h"
 #include "engine/cash_flow_output.h"
 #include "engine/cash_flow_walk.h"
 #include "engine/call_frame.h"
@@ -33,16 +34,12 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLbcshflw(
   // Canada conventions, pay the cash flows of their plain counterparts.
   int32_t flow_type = 0;
   if (type) flow_type = kbond::engine::accrual_substitute(*type);
-  const kbond::engine::bond_args args{
-      .coupons = coupons, .n_coupons = n_coupons, .dates = dates, .n_dates = n_dates,
-      .settlement = settlement, .dated_date = dated_date, .first_coupon = first_coupon,
-      .type = type ? &flow_type : nullptr, .frequency = frequency, .n_frequency = n_frequency,
-      .redemption = redemption, .coupon_tax = coupon_tax, .discount_tax = discount_tax,
-      .horizon = horizon, .issue_price = issue_price, .yield_method = yield_method,
-      .bd_flags = bd_flags, .holidays = holidays, .n_holidays = n_holidays, .factor = factor,
-      .sink_dates = sink_dates, .n_sink = n_sink, .sink_ends = sink_ends,
-      .n_sink_ends = n_sink_ends, .sink_amounts = sink_amounts, .sink_premium = sink_premium,
-      .exdiv_days = exdiv_days};
+  auto args = kbond::bond::bond_args_without_eom(
+      coupons, n_coupons, dates, n_dates, settlement, dated_date, first_coupon, type, frequency,
+      n_frequency, redemption, coupon_tax, discount_tax, horizon, issue_price, yield_method,
+      bd_flags, holidays, n_holidays, factor, sink_dates, n_sink, sink_ends, n_sink_ends,
+      sink_amounts, sink_premium, exdiv_days);
+  if (type) args.type = &flow_type;
   BondCall call(args, error);
   if (!call.ok()) return -1;
   const auto& bond = call.desc();

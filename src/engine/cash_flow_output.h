@@ -10,15 +10,14 @@ namespace kbond::engine {
 
 class CashFlowOutput {
  public:
-  // Every column asked for starts as NULL, whatever happens next.
-  CashFlowOutput(int32_t** dates, double** coupons, double** principal,
-                  double** periods) noexcept
-      : dates_out_(dates), coupons_out_(coupons), principal_out_(principal),
-        periods_out_(periods) {
-    clear(dates_out_);
-    clear(coupons_out_);
-    clear(principal_out_);
-    clear(periods_out_);
+  // Every column asked for starts as NULL (what the caller passed in is
+  // not ours to free), whatever happens next.
+  CashFlowOutput(int32_t** dates, double** coupons, double** principal, double** periods) noexcept
+      : dates_out_(dates), coupons_out_(coupons), principal_out_(principal), periods_out_(periods) {
+    if (dates) *dates = nullptr;
+    if (coupons) *coupons = nullptr;
+    if (principal) *principal = nullptr;
+    if (periods) *periods = nullptr;
   }
 
   bool none_asked() const noexcept {
@@ -39,12 +38,10 @@ class CashFlowOutput {
 
   // Frees every column and sets its output back to NULL.
   void release() noexcept {
-    release_column(dates_out_);
-    release_column(coupons_out_);
-    release_column(principal_out_);
-    release_column(periods_out_);
-    dates = nullptr;
-    coupons = principal = periods = nullptr;
+    dates = release_column(dates_out_);
+    coupons = release_column(coupons_out_);
+    principal = release_column(principal_out_);
+    periods = release_column(periods_out_);
   }
 
   // The columns to fill (NULL where not asked for).
@@ -55,11 +52,6 @@ class CashFlowOutput {
 
  private:
   template <class T>
-  static void clear(T** out) noexcept {
-    if (out) *out = nullptr;
-  }
-
-  template <class T>
   static T* allocate_column(T** out, int32_t rows, bool& failed) noexcept {
     if (!out) return nullptr;
     *out = static_cast<T*>(std::malloc(static_cast<std::size_t>(rows > 0 ? rows : 1) * sizeof(T)));
@@ -68,10 +60,10 @@ class CashFlowOutput {
   }
 
   template <class T>
-  static void release_column(T** out) noexcept {
-    if (!out) return;
+  static T* release_column(T** out) noexcept {
+    if (!out) return nullptr;
     std::free(*out);
-    *out = nullptr;
+    return *out = nullptr;
   }
 
   int32_t** dates_out_;
