@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "bond/average_life.h"
+#include "bond/common_args.h"
 #include "engine/shortened_bond.h"
 #include "engine/yield_from_price.h"
 #include "dates/day_count.h"
@@ -45,12 +46,9 @@ extern "C" KVL_EXPORT double KVL_API KVLbyldal(
   int32_t local = 0;
   int32_t& err = error ? *error : local;
   err = 0;
-  const kbond::engine::bond_args bullet{
-      .coupons = coupons, .n_coupons = n_coupons, .dates = dates, .n_dates = n_dates,
-      .settlement = settlement, .dated_date = dated_date, .first_coupon = first_coupon,
-      .type = type, .frequency = frequency, .n_frequency = n_frequency,
-      .redemption = redemption, .coupon_tax = coupon_tax, .discount_tax = discount_tax,
-      .horizon = horizon, .issue_price = issue_price, .yield_method = yield_method};
+  const auto bullet = kbond::bond::bond_terms(
+      coupons, n_coupons, dates, n_dates, settlement, dated_date, first_coupon, type, frequency,
+      n_frequency, redemption, coupon_tax, discount_tax, horizon, issue_price, yield_method);
   const bool sinking = factor && *factor != 0.0;
   if (sinking) {
     if (!dates) {

@@ -129,19 +129,9 @@ KVL_EXPORT int32_t KVL_API KVLbcustom(int32_t code, const int32_t* accrual_basis
                                       const int32_t* yield_method, const int32_t* accrual_days,
                                       const int32_t* canadian_cap, const int32_t* mm_basis,
                                       const int32_t* exdiv_days, const int32_t* yield_frequency) {
-  CustomTypeInput input;
-  input.accrual_basis = accrual_basis;
-  input.exdiv_basis = exdiv_basis;
-  input.eom = eom;
-  input.frequency = frequency;
-  input.simple_final = simple_final;
-  input.yield_method = yield_method;
-  input.accrual_days = accrual_days;
-  input.canadian_cap = canadian_cap;
-  input.mm_basis = mm_basis;
-  input.exdiv_days = exdiv_days;
-  input.yield_frequency = yield_frequency;
-  return define_custom_type(code, input);
+  return define_custom_type(
+      code, CustomTypeInput{accrual_basis, exdiv_basis, eom, frequency, simple_final, yield_method,
+                            accrual_days, canadian_cap, mm_basis, exdiv_days, yield_frequency});
 }
 
 KVL_EXPORT void KVL_API KVLbond_initMT(void) { init_critical_sections(); }

@@ -1,11 +1,11 @@
 // KVLbpr: the clean price of a straight bond from its yield.
 #include <cmath>
 
+#include "bond/common_args.h"
 #include "engine/call_frame.h"
 #include "engine/price_from_yield.h"
 #include "k_bond.h"
 
-using kbond::engine::bond_args;
 using kbond::engine::BondCall;
 
 extern "C" KVL_EXPORT double KVL_API KVLbpr(
@@ -17,17 +17,11 @@ extern "C" KVL_EXPORT double KVL_API KVLbpr(
     const int32_t* holidays, int32_t n_holidays, const double* factor, const int32_t* sink_dates,
     int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends, const double* sink_amounts,
     const double* sink_premium, const int32_t* exdiv_days, int32_t* error) {
-  const bond_args args{.coupons = coupons, .n_coupons = n_coupons, .dates = dates,
-                       .n_dates = n_dates, .settlement = settlement, .dated_date = dated_date,
-                       .first_coupon = first_coupon, .type = type, .frequency = frequency,
-                       .n_frequency = n_frequency, .redemption = redemption,
-                       .coupon_tax = coupon_tax, .discount_tax = discount_tax, .eom = nullptr,
-                       .horizon = horizon, .issue_price = issue_price,
-                       .yield_method = yield_method, .bd_flags = bd_flags, .holidays = holidays,
-                       .n_holidays = n_holidays, .factor = factor, .sink_dates = sink_dates,
-                       .n_sink = n_sink, .sink_ends = sink_ends, .n_sink_ends = n_sink_ends,
-                       .sink_amounts = sink_amounts, .sink_premium = sink_premium,
-                       .exdiv_days = exdiv_days};
+  const auto args = kbond::bond::bond_args_without_eom(
+      coupons, n_coupons, dates, n_dates, settlement, dated_date, first_coupon, type, frequency,
+      n_frequency, redemption, coupon_tax, discount_tax, horizon, issue_price, yield_method,
+      bd_flags, holidays, n_holidays, factor, sink_dates, n_sink, sink_ends, n_sink_ends,
+      sink_amounts, sink_premium, exdiv_days);
   BondCall call(args, error);
   if (!call.ok()) return -1.0;
   const auto& bond = call.desc();

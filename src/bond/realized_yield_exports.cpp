@@ -2,6 +2,7 @@
 // coupons are reinvested at a given rate.
 #include <cmath>
 
+#include "bond/common_args.h"
 #include "engine/cash_flow_walk.h"
 #include "engine/call_frame.h"
 #include "engine/evaluator_common.h"
@@ -9,9 +10,6 @@
 #include "k_bond.h"
 
 using kbond::engine::BondCall;
-
-namespace {
-}  // namespace
 
 extern "C" KVL_EXPORT double KVL_API KVLbryld(
     const double* coupons, int32_t n_coupons, const int32_t* dates, int32_t n_dates,
@@ -21,13 +19,13 @@ extern "C" KVL_EXPORT double KVL_API KVLbryld(
     const double* discount_tax, const int32_t* horizon, const double* issue_price,
     const int32_t* yield_method, const int32_t* bd_flags, const int32_t* holidays,
     int32_t n_holidays, int32_t* error) {
-  const kbond::engine::bond_args args{
-      .coupons = coupons, .n_coupons = n_coupons, .dates = dates, .n_dates = n_dates,
-      .settlement = settlement, .dated_date = dated_date, .first_coupon = first_coupon,
-      .type = type, .frequency = frequency, .n_frequency = n_frequency,
-      .redemption = redemption, .coupon_tax = coupon_tax, .discount_tax = discount_tax,
-      .horizon = horizon, .issue_price = issue_price, .yield_method = yield_method,
-      .bd_flags = bd_flags, .holidays = holidays, .n_holidays = n_holidays};
+  auto args = kbond::bond::bond_terms(coupons, n_coupons, dates, n_dates, settlement,
+                                      dated_date, first_coupon, type, frequency, n_frequency,
+                                      redemption, coupon_tax, discount_tax, horizon, issue_price,
+                                      yield_method);
+  args.bd_flags = bd_flags;
+  args.holidays = holidays;
+  args.n_holidays = n_holidays;
   BondCall call(args, error);
   if (!call.ok()) return -1.0;
   int32_t& err = call.error();

@@ -4,24 +4,17 @@
 #include <cmath>
 
 #include "bond/common_args.h"
-#include "engine/yield_sensitivity.h"
 #include "engine/call_frame.h"
 #include "engine/catalogue.h"
+#include "engine/price_measures.h"
+#include "engine/yield_sensitivity.h"
 #include "k_bond.h"
 
-using kbond::engine::YieldSensitivity;
+using kbond::engine::bond_desc;
 using kbond::engine::BondCall;
 using kbond::engine::BondSetUpCall;
-
-namespace {
-
-constexpr double kAfterSetupFailure = -999.0;
-constexpr double kDefaultScale = 100.0;  // value of 1 bp per 100 of face
-constexpr double kDefaultTicks = 32.0;   // a 32nd of a point
-
-bool bad_scale(double s) noexcept { return !(s > 0.0); }
-
-}  // namespace
+using kbond::engine::kMeasureFailure;
+using kbond::engine::YieldSensitivity;
 
 extern "C" KVL_EXPORT double KVL_API KVLbdur(
     const double* coupons, int32_t n_coupons, const int32_t* dates, int32_t n_dates,
@@ -40,14 +33,8 @@ extern "C" KVL_EXPORT double KVL_API KVLbdur(
       sink_amounts, sink_premium, exdiv_days);
   BondCall call(args, error);
   if (!call.ok()) return -1.0;
-  YieldSensitivity s;
-  int32_t& err = call.error();
-  err = kbond::engine::yield_sensitivity(yield, call.desc(), false, s);
-  if (err == 0 && !(s.dirty > 0.0)) err = KVL_ERR_INVALID;  // no duration without a positive value
-  if (err != 0) return -1.0;
-  const double modified = -(s.first * s.ratio) / s.dirty;
-  if (duration_kind && *duration_kind != 0) return modified * (yield / s.quote_frequency + 1.0);
-  return modified;
+  return kbond::engine::bond_duration(yield, call.desc(), duration_kind && *duration_kind != 0,
+                                      call.error());
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbconv(
@@ -70,7 +57,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbconv(
   int32_t& err = call.error();
   err = kbond::engine::yield_sensitivity(yield, call.desc(), true, s);
   if (err == 0 && !(s.dirty > 0.0)) err = KVL_ERR_INVALID;
-  if (err != 0) return kAfterSetupFailure;
+  if (err != 0) return kMeasureFailure;
   double curvature = s.second;
   if (s.converted) {
     const double q = s.quote_frequency;
@@ -90,35 +77,21 @@ extern "C" KVL_EXPORT double KVL_API KVLbvalbp(
     const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
     const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
     int32_t* error) {
-  int32_t local = 0;
-  int32_t* err_out = error ? error : &local;
-  // A bad scale is refused before anything else, the lock included.
-  const double s = scale ? *scale : kDefaultScale;
-  if (bad_scale(s)) {
-    *err_out = KVL_ERR_BAD_SCALE;
-    return kAfterSetupFailure;
-  }
   const auto args = kbond::bond::bond_args_without_eom(
       coupons, n_coupons, dates, n_dates, settlement, dated_date, first_coupon, type, frequency,
       n_frequency, redemption, coupon_tax, discount_tax, horizon, issue_price, yield_method,
       bd_flags, holidays, n_holidays, factor, sink_dates, n_sink, sink_ends, n_sink_ends,
       sink_amounts, sink_premium, exdiv_days);
-  BondCall call(args, err_out);
-  if (!call.ok()) return call.error() == KVL_ERR_LOCK ? kAfterSetupFailure : -1.0;
-  YieldSensitivity sens;
-  int32_t& err = call.error();
-  err = kbond::engine::yield_sensitivity(yield, call.desc(), false, sens);
-  if (err != 0) return kAfterSetupFailure;
-  double d = sens.first;
-  // Per 100 of outstanding face for an amortising bond.
-  if (call.desc().price_factor_flag) d /= call.desc().price_factor;
-  d *= sens.ratio;
-  const double value = -d / s;
-  if (!std::isfinite(value)) {  // a denormal outstanding factor or scale
-    err = KVL_ERR_INVALID;
-    return kAfterSetupFailure;
-  }
-  return value;
+  // A denormal outstanding factor or scale leaves no finite value.
+  return kbond::engine::value_of_basis_point<BondCall>(
+      args, scale, KVL_ERR_INVALID, error, [yield](const bond_desc& bond, int32_t& err) {
+        YieldSensitivity sens;
+        err = kbond::engine::yield_sensitivity(yield, bond, false, sens);
+        double d = sens.first;
+        // Per 100 of outstanding face for an amortising bond.
+        if (bond.price_factor_flag) d /= bond.price_factor;
+        return d * sens.ratio;
+      });
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbval32(
@@ -131,26 +104,15 @@ extern "C" KVL_EXPORT double KVL_API KVLbval32(
     const int32_t* sink_dates, int32_t n_sink, const int32_t* sink_ends, int32_t n_sink_ends,
     const double* sink_amounts, const double* sink_premium, const int32_t* exdiv_days,
     int32_t* error) {
-  const double t = ticks_per_point ? *ticks_per_point : kDefaultTicks;
-  if (bad_scale(t)) {
-    if (error) *error = KVL_ERR_BAD_SCALE;
-    return kAfterSetupFailure;
-  }
-  // The basis-point value is used as it comes: a failure shows in the
-  // error code, and the result is then the reciprocal of its failure value.
-  const double v = KVLbvalbp(coupons, n_coupons, dates, n_dates, settlement, yield, dated_date,
-                             first_coupon, type, frequency, n_frequency, redemption, coupon_tax,
-                             discount_tax, horizon, issue_price, nullptr, yield_method, bd_flags,
-                             holidays, n_holidays, factor, sink_dates, n_sink, sink_ends,
-                             n_sink_ends, sink_amounts, sink_premium, exdiv_days, error);
-  // A price that does not move with the yield (a bond settling on its
-  // maturity date) or a denormal tick size leaves no finite tick value.
-  const double value = 1.0 / (v * t);
-  if (!std::isfinite(value)) {
-    if (error && *error == 0) *error = KVL_ERR_ZERO_DIVISOR;
-    return kAfterSetupFailure;
-  }
-  return value;
+  // A bond settling on its maturity date does not move with the yield: no
+  // tick value.
+  return kbond::engine::tick_value(ticks_per_point, error, [&] {
+    return KVLbvalbp(coupons, n_coupons, dates, n_dates, settlement, yield, dated_date,
+                     first_coupon, type, frequency, n_frequency, redemption, coupon_tax,
+                     discount_tax, horizon, issue_price, nullptr, yield_method, bd_flags,
+                     holidays, n_holidays, factor, sink_dates, n_sink, sink_ends, n_sink_ends,
+                     sink_amounts, sink_premium, exdiv_days, error);
+  });
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLbcamt(

@@ -1,12 +1,21 @@
 // KVLbyld: the yield to maturity of a straight bond from its clean price.
 #include "bond/common_args.h"
-#include "engine/yield_from_price.h"
-#include "engine/yield_sensitivity.h"
 #include "engine/call_frame.h"
+#include "engine/price_measures.h"
+#include "engine/yield_from_price.h"
 #include "k_bond.h"
 
-using kbond::engine::YieldSensitivity;
 using kbond::engine::BondCall;
+
+namespace {
+
+// The yield KVLbyld quotes for `price`, rounded by the bond's type.
+double quoted_yield(double price, BondCall& call) noexcept {
+  return kbond::engine::round_yield_by_type(
+      kbond::engine::quoted_yield_from_price(price, call.desc(), &call.error()), call.desc().type);
+}
+
+}  // namespace
 
 extern "C" KVL_EXPORT double KVL_API KVLbyld(
     const double* coupons, int32_t n_coupons, const int32_t* dates, int32_t n_dates,
@@ -24,8 +33,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbyld(
       sink_amounts, sink_premium, exdiv_days);
   BondCall call(args, error);
   if (!call.ok()) return -1.0;
-  const double y = kbond::engine::quoted_yield_from_price(price, call.desc(), &call.error());
-  return kbond::engine::round_yield_by_type(y, call.desc().type);
+  return quoted_yield(price, call);
 }
 
 // KVLbel: the remaining life of the bond as its conventions measure time,
@@ -52,9 +60,7 @@ extern "C" KVL_EXPORT double KVL_API KVLbel(
   if (price_or_yield >= kSmallestPrice) {
     BondCall call(args, error);
     if (!call.ok()) return -1.0;
-    y = kbond::engine::round_yield_by_type(
-        kbond::engine::quoted_yield_from_price(price_or_yield, call.desc(), &call.error()),
-        call.desc().type);
+    y = quoted_yield(price_or_yield, call);
     if (call.error() != 0) return -1.0;
   }
   // Only the maturity, the schedule and the conventions matter; taxes,
@@ -73,10 +79,5 @@ extern "C" KVL_EXPORT double KVL_API KVLbel(
   BondCall call(zero, error);
   if (!call.ok()) return -1.0;
   // The Macaulay duration, as KVLbdur gives it.
-  YieldSensitivity s;
-  int32_t& err = call.error();
-  err = kbond::engine::yield_sensitivity(y, call.desc(), false, s);
-  if (err == 0 && !(s.dirty > 0.0)) err = KVL_ERR_INVALID;
-  if (err != 0) return -1.0;
-  return -(s.first * s.ratio) / s.dirty * (y / s.quote_frequency + 1.0);
+  return kbond::engine::bond_duration(y, call.desc(), true, call.error());
 }

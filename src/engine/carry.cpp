@@ -15,13 +15,12 @@
 namespace kbond::engine {
 namespace {
 
-constexpr int32_t kNoInterest = -1;
-
-// A coupon paid `t` years after `date` is worth this much at `date`.
-double discount(double rate, double t, int32_t mode) {
-  if (mode == kContinuous) return engine::safe_exp(-rate * t);
-  const double denominator = 1.0 + rate * t;
-  return denominator > 0.0 ? 1.0 / denominator : 0.0;
+// Interest on `amount` over t years: simple (mode 0), continuous (mode 4);
+// any other mode earns nothing (coupons without reinvestment).
+double period_interest(double amount, double rate, double t, int32_t mode) noexcept {
+  if (mode == kSimpleInterest) return amount * rate * t;
+  if (mode == kContinuous) return amount * (std::exp(rate * t) - 1.0);
+  return 0.0;
 }
 
 // The coupon dates of the description, from the next one on: each grid date
@@ -93,38 +92,56 @@ int32_t end_description(const engine::bond_desc& desc, const engine::bond_args& 
 
 }  // namespace
 
-double period_interest(double amount, double rate, double t, int32_t mode) noexcept {
-  if (mode == kSimpleInterest) return amount * rate * t;
-  if (mode == kContinuous) return amount * (std::exp(rate * t) - 1.0);
-  return 0.0;
+bool CarryAccount::start(const int32_t* mode, double repo_rate, double reinvest_rate,
+                         double frequency) noexcept {
+  const int32_t mode_word = mode ? *mode : 0;
+  financing = mode_word & 6;
+  reinvesting = -1;
+  if (mode_word & kReinvestCoupons) {
+    reinvesting = financing == kFullPeriodInterest ? kSimpleInterest : financing;
+  }
+  repo = repo_rate;
+  reinvest = reinvest_rate;
+  if (financing != kContinuous) return true;
+  // Rates quoted at the coupon frequency, re-expressed continuously.
+  int32_t e1 = 0, e2 = 0;
+  repo = engine::yield_convert(repo, frequency, 0.0, frequency, 0.0, &e1);
+  reinvest = engine::yield_convert(reinvest, frequency, 0.0, frequency, 0.0, &e2);
+  return !(e1 || e2);
+}
+
+void CarryAccount::accrue_to(int32_t to) noexcept {
+  const double t = (to - from) * unit;
+  if (financing != kFullPeriodInterest) {
+    financing_cost += period_interest(cash + financing_cost, repo, t, financing);
+  }
+  income += period_interest(income, reinvest, t, reinvesting);
+  from = to;
+}
+
+void CarryAccount::finish(int32_t settlement, int32_t stop) noexcept {
+  if (financing == kFullPeriodInterest) financing_cost = cash * repo * (stop - settlement) * unit;
+}
+
+double CarryAccount::discount(double t) const noexcept {
+  if (financing == kContinuous) return engine::safe_exp(-reinvest * t);
+  const double denominator = 1.0 + reinvest * t;
+  return denominator > 0.0 ? 1.0 / denominator : 0.0;
 }
 
 double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args,
                     const CarryTerms& terms, int32_t* error) noexcept {
   *error = 0;
-  const int32_t mode_word = terms.mode ? *terms.mode : 0;
-  const int32_t financing = mode_word & 6;
-  int32_t reinvesting = kNoInterest;
-  if (mode_word & kReinvestCoupons) {
-    reinvesting = financing == kFullPeriodInterest ? kSimpleInterest : financing;
-  }
-  double repo = terms.repo;
-  double reinvest = terms.reinvest;
-  if (financing == kContinuous) {
-    // Rates quoted at the coupon frequency, re-expressed continuously.
-    const double f = desc.frequency;
-    int32_t e1 = 0, e2 = 0;
-    repo = engine::yield_convert(repo, f, 0.0, f, 0.0, &e1);
-    reinvest = engine::yield_convert(reinvest, f, 0.0, f, 0.0, &e2);
-    if (e1 || e2) {
-      *error = KVL_ERR_INVALID;
-      return -1.0;
-    }
+  CarryAccount account;
+  if (!account.start(terms.mode, terms.repo, terms.reinvest, desc.frequency)) {
+    *error = KVL_ERR_INVALID;
+    return -1.0;
   }
   const double basis = terms.basis && *terms.basis > 0.0
                            ? *terms.basis
                            : engine::bond_type_mm_basis(desc.type, desc.settlement);
   const double unit = 1.0 / basis;
+  account.unit = unit;
 
   int32_t end = terms.end_date;
   if (terms.date_rule != 0) end = dates::adjust_business_day(end, dates::kFollowing, desc.calendar());
@@ -146,11 +163,8 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   // Cash per unit of initial face; quoted prices and accrued interest are
   // per outstanding face.
   const double start_factor = desc.price_factor_flag ? desc.price_factor : 1.0;
-  const double cash = (terms.price * 0.01 + carry_accrued(desc.accrued, desc.type)) * start_factor;
-
-  double financing_cost = 0.0;
-  double income = 0.0;
-  int32_t from = desc.settlement;
+  account.cash = (terms.price * 0.01 + carry_accrued(desc.accrued, desc.type)) * start_factor;
+  account.from = desc.settlement;
   CouponWalk coupon(desc);
   engine::OutstandingCursor outstanding(desc);
   // The face outstanding through the maturity date is the face redeemed
@@ -158,30 +172,20 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   // but what the forward buyer holds. (The factor itself reads 1.0 from
   // maturity on.)
   auto outstanding_at = [&](int32_t d) { return outstanding.at(std::min(d, desc.maturity - 1)); };
-  auto accrue_to = [&](int32_t to) {
-    const double t = (to - from) * unit;
-    if (financing != kFullPeriodInterest) {
-      financing_cost += period_interest(cash + financing_cost, repo, t, financing);
-    }
-    income += period_interest(income, reinvest, t, reinvesting);
-    from = to;
-  };
   for (; coupon.date <= stop; coupon.advance()) {
-    accrue_to(coupon.date);
+    account.accrue_to(coupon.date);
     if (desc.price_factor_flag) {
       // Coupon on the face outstanding through the period, then the
       // principal repaid on the date.
       const double before = outstanding_at(coupon.date - 1);
       const double after = outstanding_at(coupon.date);
-      income += coupon.amount() * before + (before - after);
+      account.income += coupon.amount() * before + (before - after);
     } else {
-      income += coupon.amount();
+      account.income += coupon.amount();
     }
   }
-  accrue_to(stop);
-  if (financing == kFullPeriodInterest) {
-    financing_cost = cash * repo * (stop - desc.settlement) * unit;
-  }
+  account.accrue_to(stop);
+  account.finish(desc.settlement, stop);
 
   engine::bond_desc at_end;
   double end_rate = 0.0;
@@ -198,8 +202,7 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
   const bool same_coupon_kept_by_seller = desc.exdiv && at_end.next_coupon == desc.next_coupon;
   if (at_end.exdiv && !same_coupon_kept_by_seller) {
     const double t = (at_end.next_coupon - stop) * unit;
-    const int32_t discount_mode = financing == kContinuous ? kContinuous : kSimpleInterest;
-    income += at_end.full_coupon * end_factor * discount(reinvest, t, discount_mode);
+    account.income += at_end.full_coupon * end_factor * account.discount(t);
   }
   engine::bond_release(at_end);
   if (end_factor <= 0.0) {
@@ -207,7 +210,8 @@ double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args
     return -999.0;
   }
   // Forward dirty value per outstanding face, and the clean forward price.
-  const double forward_full = (cash + financing_cost - income) / end_factor;
+  const double forward_full =
+      (account.cash + account.financing_cost - account.income) / end_factor;
   const double forward_clean = (forward_full - end_accrued) * 100.0;
   return start_factor * (terms.price - forward_clean) * 0.01;
 }

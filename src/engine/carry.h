@@ -4,8 +4,8 @@
 // what the position earns over that period as a fraction of face: accrued
 // interest gained plus coupon income minus the financing cost; the forward
 // price is the price less the carry. The futures carry exports run it on a
-// straight bond's description; the perpetual family's carry follows the
-// same financing rule (`period_interest`) and mode word.
+// straight bond's description; the perpetual family's carry keeps the same
+// account (`CarryAccount`).
 //
 //   CarryTerms terms{end, price, repo, reinvest, basis, days, mode, rule};
 //   int32_t err = 0;
@@ -14,6 +14,7 @@
 #include <cstdint>
 
 #include "engine/bond_desc.h"
+#include "engine/solvers.h"
 
 namespace kbond::engine {
 
@@ -27,9 +28,34 @@ enum FinancingMode : int32_t {
 };
 inline constexpr int32_t kReinvestCoupons = 1;
 
-// Interest on `amount` over t years: simple (mode 0), continuous (mode 4);
-// any other mode earns nothing (coupons without reinvestment).
-double period_interest(double amount, double rate, double t, int32_t mode) noexcept;
+// The financing side of a carry, shared by the futures and perpetual
+// families: the mode word read once, both rates ready to accrue, and the
+// financing cost and coupon income running from date to date.
+struct CarryAccount {
+  int32_t financing = kSimpleInterest;  // bits 1-2 of the mode word
+  int32_t reinvesting = -1;             // mode the coupons earn under; -1: they do not
+  double repo = 0.0;
+  double reinvest = 0.0;
+  double unit = 0.0;  // years per day
+  double cash = 0.0;  // the purchase financed, per unit of face
+  double financing_cost = 0.0;
+  double income = 0.0;
+  int32_t from = 0;  // date accrued to
+
+  // Reads the mode word (NULL = 0); under continuous financing both rates,
+  // quoted at `frequency`, are re-expressed continuously. False when one
+  // cannot be.
+  bool start(const int32_t* mode, double repo_rate, double reinvest_rate,
+             double frequency) noexcept;
+  // Financing and reinvestment from `from` to `to`.
+  void accrue_to(int32_t to) noexcept;
+  // Financing on the start amount over the whole period (mode 2), from
+  // `settlement` to `stop`.
+  void finish(int32_t settlement, int32_t stop) noexcept;
+  // A coupon paid `t` years later is worth this much per unit now, at the
+  // reinvestment rate.
+  double discount(double t) const noexcept;
+};
 
 struct CarryTerms {
   int32_t end_date = 0;
@@ -52,5 +78,21 @@ struct CarryTerms {
 // that cannot be re-expressed continuously).
 double carry_engine(const engine::bond_desc& desc, const engine::bond_args& args,
                     const CarryTerms& terms, int32_t* error) noexcept;
+
+// The repo rate at which `carry(rate, nullptr)` (NaN where no carry exists)
+// meets `target`, searched over three brackets in turn: the usual range,
+// deeply negative rates, then high ones. -999.0 with the last solver error
+// when none holds it.
+template <class Carry>
+double implied_repo_rate(Carry&& carry, double target, int32_t* error) noexcept {
+  static constexpr double kBrackets[3][2] = {{-0.99, 5.0}, {-4.0, 0.01}, {0.0, 15.0}};
+  int32_t err = 0;
+  for (const auto& bracket : kBrackets) {
+    const double rate = bracket_solve(carry, target, bracket[0], bracket[1], 1e-6, 64, &err);
+    if (err == 0) return rate;
+  }
+  *error = err;
+  return -999.0;
+}
 
 }  // namespace kbond::engine

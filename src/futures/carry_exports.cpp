@@ -29,6 +29,17 @@ struct FuturesInputs {
   const double* reinvest;  // NULL or negative: the repo rate
 };
 
+// The carry engine at `price` financed at `repo`, reinvesting at
+// `reinvest` (NULL or negative: the repo rate).
+double carry_at(const bond_desc& desc, const CarryCall& call, double price, double repo,
+                const double* reinvest, int32_t* error) {
+  CarryTerms terms = call.terms;
+  terms.price = price;
+  terms.repo = repo;
+  terms.reinvest = reinvest && *reinvest >= 0.0 ? *reinvest : repo;
+  return kbond::engine::carry_engine(desc, call.args, terms, error);
+}
+
 // (price - 100 * carry) / conversion factor; the carry per quoted face.
 double implied_futures(const bond_desc& desc, const CarryCall& call, const void* context,
                        int32_t* error) {
@@ -41,11 +52,7 @@ double implied_futures(const bond_desc& desc, const CarryCall& call, const void*
     *error = KVL_ERR_ZERO_DIVISOR;
     return -1.0;
   }
-  CarryTerms terms = call.terms;
-  terms.price = in.price;
-  terms.repo = in.repo;
-  terms.reinvest = in.reinvest && *in.reinvest >= 0.0 ? *in.reinvest : in.repo;
-  const double carry = kbond::engine::carry_engine(desc, call.args, terms, error);
+  const double carry = carry_at(desc, call, in.price, in.repo, in.reinvest, error);
   if (*error != 0) return carry;
   return (in.price - 100.0 * carry / price_factor(desc)) / in.conversion_factor;
 }
@@ -57,11 +64,7 @@ double carry_per_100(const bond_desc& desc, const CarryCall& call, const void* c
     *error = KVL_ERR_INVALID;
     return -1.0;
   }
-  CarryTerms terms = call.terms;
-  terms.price = in.price;
-  terms.repo = in.repo;
-  terms.reinvest = in.repo;
-  const double carry = kbond::engine::carry_engine(desc, call.args, terms, error);
+  const double carry = carry_at(desc, call, in.price, in.repo, nullptr, error);
   if (*error != 0) return carry;
   return 100.0 * carry / price_factor(desc);
 }
@@ -83,30 +86,15 @@ double implied_repo(const bond_desc& desc, const CarryCall& call, const void* co
   }
   const double target =
       (in.price - in.futures_price * in.conversion_factor) * 0.01 * price_factor(desc);
-  const bool own_reinvestment = in.reinvest && *in.reinvest >= 0.0;
-  CarryTerms terms = call.terms;
-  terms.price = in.price;
-  auto carry_at = [&](double rate, double*) {
-    terms.repo = rate;
-    terms.reinvest = own_reinvestment ? *in.reinvest : rate;
+  auto carry_for = [&](double rate, double*) {
     int32_t err = 0;
-    const double carry = kbond::engine::carry_engine(desc, call.args, terms, &err);
+    const double carry = carry_at(desc, call, in.price, rate, in.reinvest, &err);
     return err != 0 ? std::nan("") : carry;
   };
   // Dates the solver cannot mend: report them as the carry would.
-  terms.repo = 0.0;
-  terms.reinvest = own_reinvestment ? *in.reinvest : 0.0;
-  const double probe = kbond::engine::carry_engine(desc, call.args, terms, error);
+  const double probe = carry_at(desc, call, in.price, 0.0, in.reinvest, error);
   if (*error != 0) return probe;
-  const double brackets[3][2] = {{-0.99, 5.0}, {-4.0, 0.01}, {0.0, 15.0}};
-  int32_t err = 0;
-  for (const auto& bracket : brackets) {
-    const double rate =
-        kbond::engine::bracket_solve(carry_at, target, bracket[0], bracket[1], 1e-6, 64, &err);
-    if (err == 0) return rate;
-  }
-  *error = err;
-  return -999.0;
+  return kbond::engine::implied_repo_rate(carry_for, target, error);
 }
 
 CarryBondTail make_tail(const int32_t* dated_date, const int32_t* first_coupon,

@@ -9,8 +9,8 @@
 // the whole period; 4 continuous compounding, both rates first re-expressed
 // from the coupon frequency); bit 0 set reinvests the coupons received under
 // the same mode (simply under mode 2). Days count over the bond type's
-// money-market year (360 or 365). Interest accrues by the bond futures'
-// rule (engine::period_interest).
+// money-market year (360 or 365). Financing and reinvestment accrue in the
+// bond futures' account (engine::CarryAccount).
 #pragma once
 #include <cstdint>
 

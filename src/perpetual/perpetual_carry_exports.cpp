@@ -2,7 +2,7 @@
 // rate of a perpetual bond held to an end date.
 #include <cmath>
 
-#include "engine/solvers.h"
+#include "engine/carry.h"
 #include "k_bond.h"
 #include "perpetual/perpetual_call.h"
 #include "perpetual/perpetual_carry.h"
@@ -25,6 +25,19 @@ double checked_amount(double amount, int32_t& error) {
   return -1.0;
 }
 
+// The carry to `end_date` per 100 of face or, with `forward`, the forward
+// price there.
+double carry_or_forward(const kbond::perpetual::perpetual_args& args, int32_t end_date,
+                        double price, double repo, const double* reinvestment,
+                        const int32_t* mode, bool forward, int32_t* error) {
+  PerpetualCall call(args, error);
+  if (!call.ok()) return -1.0;
+  const CarryTerms terms{end_date, price, repo, reinvestment_rate(reinvestment, repo), mode};
+  const double carry = kbond::perpetual::perpetual_carry(call.desc(), args, terms, &call.error());
+  if (call.error() != 0) return carry;
+  return checked_amount(forward ? price - carry * 100.0 : carry * 100.0, call.error());
+}
+
 }  // namespace
 
 extern "C" KVL_EXPORT double KVL_API KVLpbcarry(
@@ -33,16 +46,11 @@ extern "C" KVL_EXPORT double KVL_API KVLpbcarry(
     const int32_t* type, const int32_t* frequency, const double* withholding_tax,
     const int32_t* ex_coupon_rule, const int32_t* calendar_flags, const int32_t* holidays,
     int32_t n_holidays, const int32_t* dated_date, const int32_t* mode, int32_t* error) {
-  const auto args = perpetual_arguments(coupons, n_coupons, reference_date, settlement,
-                                        step_dates, n_steps, type, frequency, withholding_tax,
-                                        ex_coupon_rule, calendar_flags, holidays, n_holidays,
-                                        dated_date);
-  PerpetualCall call(args, error);
-  if (!call.ok()) return -1.0;
-  const CarryTerms terms{end_date, price, repo_rate, repo_rate, mode};
-  const double carry = kbond::perpetual::perpetual_carry(call.desc(), args, terms, &call.error());
-  if (call.error() != 0) return carry;
-  return checked_amount(carry * 100.0, call.error());
+  return carry_or_forward(perpetual_arguments(coupons, n_coupons, reference_date, settlement,
+                                              step_dates, n_steps, type, frequency,
+                                              withholding_tax, ex_coupon_rule, calendar_flags,
+                                              holidays, n_holidays, dated_date),
+                          end_date, price, repo_rate, nullptr, mode, false, error);
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLpbfwd(
@@ -52,17 +60,11 @@ extern "C" KVL_EXPORT double KVL_API KVLpbfwd(
     const int32_t* ex_coupon_rule, const int32_t* calendar_flags, const int32_t* holidays,
     int32_t n_holidays, const int32_t* dated_date, const double* reinvestment, const int32_t* mode,
     int32_t* error) {
-  const auto args = perpetual_arguments(coupons, n_coupons, reference_date, settlement,
-                                        step_dates, n_steps, type, frequency, withholding_tax,
-                                        ex_coupon_rule, calendar_flags, holidays, n_holidays,
-                                        dated_date);
-  PerpetualCall call(args, error);
-  if (!call.ok()) return -1.0;
-  const CarryTerms terms{forward_date, price, repo_rate,
-                         reinvestment_rate(reinvestment, repo_rate), mode};
-  const double carry = kbond::perpetual::perpetual_carry(call.desc(), args, terms, &call.error());
-  if (call.error() != 0) return carry;
-  return checked_amount(price - carry * 100.0, call.error());
+  return carry_or_forward(perpetual_arguments(coupons, n_coupons, reference_date, settlement,
+                                              step_dates, n_steps, type, frequency,
+                                              withholding_tax, ex_coupon_rule, calendar_flags,
+                                              holidays, n_holidays, dated_date),
+                          forward_date, price, repo_rate, reinvestment, mode, true, error);
 }
 
 extern "C" KVL_EXPORT double KVL_API KVLpbirepo(
@@ -83,26 +85,13 @@ extern "C" KVL_EXPORT double KVL_API KVLpbirepo(
     err = KVL_ERR_DATE_ORDER;
     return -999.0;
   }
-  const bool own_reinvestment = reinvestment && *reinvestment >= 0.0;
   // The carry that turns the price into the forward price.
   const double target = (price - forward_price) * 0.01;
   auto carry_at = [&](double repo, double*) {
     int32_t carry_error = 0;
-    const CarryTerms terms{forward_date, price, repo, own_reinvestment ? *reinvestment : repo,
-                           mode};
+    const CarryTerms terms{forward_date, price, repo, reinvestment_rate(reinvestment, repo), mode};
     const double carry = kbond::perpetual::perpetual_carry(call.desc(), args, terms, &carry_error);
     return carry_error != 0 ? std::nan("") : carry;
   };
-  static constexpr double kBrackets[3][2] = {{-0.99, 5.0}, {-4.0, 0.01}, {0.0, 15.0}};
-  for (const auto& bracket : kBrackets) {
-    int32_t solver_error = 0;
-    const double repo = kbond::engine::bracket_solve(carry_at, target, bracket[0], bracket[1],
-                                                     1e-6, 64, &solver_error);
-    if (solver_error == 0) {
-      err = 0;  // an earlier bracket's failure does not stand
-      return repo;
-    }
-    err = solver_error;
-  }
-  return -999.0;
+  return kbond::engine::implied_repo_rate(carry_at, target, &err);
 }

@@ -12,11 +12,6 @@
 using kbond::perpetual::perpetual_arguments;
 using kbond::perpetual::PerpetualCall;
 
-namespace {
-
-
-}  // namespace
-
 extern "C" KVL_EXPORT int32_t KVL_API KVLpbcpn(int32_t reference_date, int32_t settlement,
                                               const int32_t* k, const int32_t* step_date,
                                               const int32_t* type, const int32_t* frequency,

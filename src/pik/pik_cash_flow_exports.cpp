@@ -1,32 +1,11 @@
 // KVLpikcshflw and KVLpikcshflw_free: the remaining cash flows of a PIK bond
 // as caller-owned parallel arrays.
-#include <cstdlib>
-
+#include "engine/cash_flow_output.h"
 #include "k_bond.h"
 #include "pik/pik_call.h"
 #include "pik/pik_price.h"
 
 using kbond::pik::PikCall;
-
-namespace {
-
-
-template <class T>
-T* allocate_column(T** out, int32_t rows, bool* failed) {
-  if (!out) return nullptr;
-  *out = static_cast<T*>(std::malloc(sizeof(T) * static_cast<size_t>(rows)));
-  if (!*out) *failed = true;
-  return *out;
-}
-
-template <class T>
-void release_column(T** out) {
-  if (!out) return;
-  std::free(*out);
-  *out = nullptr;
-}
-
-}  // namespace
 
 extern "C" KVL_EXPORT int32_t KVL_API KVLpikcshflw(
     int32_t** dates_out, double** coupons_out, double** principal_out, double** periods_out,
@@ -36,10 +15,7 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLpikcshflw(
     const double* redemption, const int32_t* call_date, const int32_t* pay_on_business_day,
     const int32_t* holiday_options, const int32_t* holidays, int32_t n_holidays,
     int32_t* error) {
-  if (dates_out) *dates_out = nullptr;
-  if (coupons_out) *coupons_out = nullptr;
-  if (principal_out) *principal_out = nullptr;
-  if (periods_out) *periods_out = nullptr;
+  kbond::engine::CashFlowOutput columns(dates_out, coupons_out, principal_out, periods_out);
   PikCall call(kbond::pik::pik_arguments(cash_rates, n_cash, pik_rates, n_pik, dates, n_dates,
                                          settlement, dated_date, first_coupon, type, frequency,
                                          redemption, call_date, pay_on_business_day,
@@ -52,26 +28,17 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLpikcshflw(
     call.error() = KVL_ERR_INVALID;
     return 0;
   }
-  bool failed = false;
-  int32_t* row_dates = allocate_column(dates_out, rows, &failed);
-  double* coupons = allocate_column(coupons_out, rows, &failed);
-  double* principal = allocate_column(principal_out, rows, &failed);
-  double* periods = allocate_column(periods_out, rows, &failed);
-  if (failed) {
-    release_column(dates_out);
-    release_column(coupons_out);
-    release_column(principal_out);
-    release_column(periods_out);
+  if (!columns.allocate(rows)) {
     call.error() = KVL_ERR_NO_MEMORY;
     return 0;
   }
   int32_t row = 0;
   kbond::pik::for_each_pik_flow(pik, [&](const kbond::pik::PikFlow& flow) {
     if (row >= rows) return;
-    if (row_dates) row_dates[row] = flow.date;
-    if (coupons) coupons[row] = flow.cash * 100.0;
-    if (principal) principal[row] = flow.principal * 100.0;
-    if (periods) periods[row] = flow.periods;
+    if (columns.dates) columns.dates[row] = flow.date;
+    if (columns.coupons) columns.coupons[row] = flow.cash * 100.0;
+    if (columns.principal) columns.principal[row] = flow.principal * 100.0;
+    if (columns.periods) columns.periods[row] = flow.periods;
     ++row;
   });
   return rows;
@@ -79,8 +46,5 @@ extern "C" KVL_EXPORT int32_t KVL_API KVLpikcshflw(
 
 extern "C" KVL_EXPORT void KVL_API KVLpikcshflw_free(int32_t* dates, double* coupons,
                                                      double* principal, double* periods) {
-  std::free(dates);
-  std::free(coupons);
-  std::free(principal);
-  std::free(periods);
+  kbond::engine::free_cash_flow_columns(dates, coupons, principal, periods);
 }

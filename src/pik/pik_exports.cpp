@@ -8,6 +8,7 @@
 #include "pik/pik_price.h"
 #include "engine/safe_math.h"
 
+using kbond::pik::pik_arguments;
 using kbond::pik::pik_desc;
 using kbond::pik::PikCall;
 
@@ -68,9 +69,9 @@ extern "C" KVL_EXPORT double KVL_API KVLpikpr(
     const int32_t* frequency, const double* redemption, const int32_t* call_date,
     const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays,
     int32_t n_holidays, int32_t* error) {
-  PikCall call(kbond::pik::pik_arguments(cash_rates, n_cash, pik_rates, n_pik, dates, n_dates, settlement,
-                         dated_date, first_coupon, type, frequency, redemption, call_date,
-                         pay_on_business_day, holiday_options, holidays, n_holidays),
+  PikCall call(pik_arguments(cash_rates, n_cash, pik_rates, n_pik, dates, n_dates, settlement,
+                             dated_date, first_coupon, type, frequency, redemption, call_date,
+                             pay_on_business_day, holiday_options, holidays, n_holidays),
                error);
   if (!call.ok()) return -1.0;
   const double price = kbond::pik::pik_price(yield, call.desc(), nullptr, &call.error());
@@ -85,9 +86,9 @@ extern "C" KVL_EXPORT double KVL_API KVLpikyld(
     const int32_t* frequency, const double* redemption, const int32_t* call_date,
     const int32_t* pay_on_business_day, const int32_t* holiday_options, const int32_t* holidays,
     int32_t n_holidays, int32_t* error) {
-  PikCall call(kbond::pik::pik_arguments(cash_rates, n_cash, pik_rates, n_pik, dates, n_dates, settlement,
-                         dated_date, first_coupon, type, frequency, redemption, call_date,
-                         pay_on_business_day, holiday_options, holidays, n_holidays),
+  PikCall call(pik_arguments(cash_rates, n_cash, pik_rates, n_pik, dates, n_dates, settlement,
+                             dated_date, first_coupon, type, frequency, redemption, call_date,
+                             pay_on_business_day, holiday_options, holidays, n_holidays),
                error);
   if (!call.ok()) return -1.0;
   int32_t& err = call.error();
@@ -110,9 +111,9 @@ extern "C" KVL_EXPORT double KVL_API KVLpikai(const double* cash_rates, int32_t 
                                               int32_t settlement, const int32_t* dated_date,
                                               const int32_t* first_coupon, const int32_t* type,
                                               const int32_t* frequency, int32_t* error) {
-  PikCall call(kbond::pik::pik_arguments(cash_rates, n_cash, pik_rates, n_pik, dates, n_dates, settlement,
-                         dated_date, first_coupon, type, frequency, nullptr, nullptr, nullptr,
-                         nullptr, nullptr, 0),
+  PikCall call(pik_arguments(cash_rates, n_cash, pik_rates, n_pik, dates, n_dates, settlement,
+                             dated_date, first_coupon, type, frequency, nullptr, nullptr, nullptr,
+                             nullptr, nullptr, 0),
                error);
   if (!call.ok()) return -1.0;
   return call.desc().accrued * 100.0;
