@@ -45,7 +45,7 @@ double factor_seventh_day(const FactorRequest& req, const Contract& contract,
   const int32_t day = dates::adjust_business_day(day_of_month(req.delivery_ymd, 7),
                                                  dates::kFollowing, req.calendar);
   const ContractTerms& terms = contract.terms_on(day);
-  const double years = dates::year_fraction(day, req.maturity, 2);
+  const double years = dates::year_fraction(day, req.maturity, dates::k30E_360);
   if (!years_acceptable(req, terms, years, error)) return -1.0;
   const auto months = static_cast<int32_t>(years * 12.0 + 0.5);
   return annual_method_factor(req.coupon, notional_coupon(req, terms), months);

@@ -38,7 +38,7 @@ double semiannual_closed_form(double c, double n, int32_t delivery_day, int32_t 
   const double annuity = n != 0.0 ? c / n * (1.0 - discount_m) : c / 2.0 * later_coupons;
   const double dirty =
       engine::safe_pow(growth, -(next - delivery_day) / 182.5) * (c / 2.0 + annuity + discount_m);
-  const double accrued = c * dates::day_count(previous, delivery_day, 2, nullptr) / 360.0;
+  const double accrued = c * dates::day_count(previous, delivery_day, dates::k30E_360, nullptr) / 360.0;
   return dirty - accrued;
 }
 

@@ -34,7 +34,7 @@ double priced_factor(const FactorRequest& req, int32_t settlement, const Contrac
 double third_wednesday_priced(const FactorRequest& req, const Contract& contract,
                               int32_t anchor, int32_t delivery_day, int32_t* error) {
   const ContractTerms& terms = contract.terms_on(delivery_day);
-  const double years = dates::year_fraction(delivery_day, req.maturity, 0);
+  const double years = dates::year_fraction(delivery_day, req.maturity, dates::kActAct);
   if (req.check_eligibility && !terms.deliverable(years)) {
     return refuse(KVL_ERR_NOT_DELIVERABLE, error);
   }
@@ -78,7 +78,7 @@ double factor_belgium(const FactorRequest& req, const Contract& contract, int32_
   // business day, is taken as given.
   if (req.delivery < day && month_end - req.delivery < 5) day = req.delivery;
   const ContractTerms& terms = contract.terms_on(day);
-  if (req.check_eligibility && !terms.deliverable(dates::year_fraction(day, req.maturity, 2))) {
+  if (req.check_eligibility && !terms.deliverable(dates::year_fraction(day, req.maturity, dates::k30E_360))) {
     return refuse(KVL_ERR_NOT_DELIVERABLE, error);
   }
   return priced_factor(req, day, terms, false, error);
