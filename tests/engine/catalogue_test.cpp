@@ -148,25 +148,6 @@ TEST(ExDividendDate, EachMarketsRule) {
   EXPECT_EQ(bond_type_exdiv_date(fri7jun02, 40, none, &record), fri7jun02);
 }
 
-TEST(KVLbtype, DayCountFollowsTheTypesOwnEndOfMonthRuleAndErrorsFillOutputs) {
-  const char* daycount = nullptr;
-  const char* name = nullptr;
-  KVLbtype(11, nullptr, &daycount, nullptr, nullptr, nullptr);  // variant keeps month ends
-  EXPECT_STREQ(daycount, "30/360(Feb)");
-  KVLbtype(810, nullptr, &daycount, nullptr, nullptr, nullptr);  // Yankee: caller must say
-  EXPECT_STREQ(daycount, "unknown");
-  int32_t frequency = 0, eom = 0, error = 0;
-  KVLbtype(14, &frequency, &daycount, &eom, &name, &error);
-  EXPECT_EQ(error, KVL_ERR_OUT_OF_SET);
-  EXPECT_EQ(frequency, -1);
-  EXPECT_EQ(eom, -1);
-  EXPECT_STREQ(daycount, "error");
-  EXPECT_STREQ(name, "error");
-  KVLbtype(1099, nullptr, nullptr, nullptr, nullptr, &error);  // empty custom slot
-  EXPECT_EQ(error, KVL_ERR_OUT_OF_SET);
-  KVLbtype(-1, nullptr, nullptr, nullptr, nullptr, nullptr);
-}
-
 // Every row of KVLbtable must describe its codes as KVLbtype does, and its
 // ex-dividend flag must say whether the market's rule moves a coupon date.
 TEST(KVLbtable, AgreesWithKVLbtypeAndTheExDividendRules) {
