@@ -9,6 +9,7 @@
 #include "brady/brady_valuation.h"
 #include "engine/call_frame.h"
 #include "engine/market_rules.h"
+#include "engine/shortened_bond.h"
 #include "engine/catalogue.h"
 #include "k_bond.h"
 
@@ -48,6 +49,20 @@ class BradyBond {
                                         {nullptr, interest, principal, periods});
     flows_ = {interest, principal, periods, rows, coupon_frequency(args)};
     accrued_ = kbond::engine::accrued_per_100(bond.accrued, bond.type);
+    // The accrued interest is the straight bond's (KVLbai1's), which takes
+    // no redemption override and no yield method: a description that stands
+    // only with them is refused as KVLbai1 refuses it.
+    if (args.redemption || args.yield_method) {
+      kbond::engine::bond_args accrual = with_flow_type(args);
+      accrual.redemption = nullptr;
+      accrual.yield_method = nullptr;
+      const kbond::engine::ScopedDescription plain(accrual);
+      if (plain.status != 0) {
+        call_.error() = plain.status;
+        return;
+      }
+      accrued_ = kbond::engine::accrued_per_100(plain.desc.accrued, plain.desc.type);
+    }
     ready_ = true;
   }
 

@@ -207,6 +207,30 @@ def bond_measures(grid, codes):
             grid.run("KVLbradydur", case, stripped_yield=0.09, **brady, **b)
 
 
+def odd_descriptions(grid):
+    """Descriptions that only some set-ups accept: a redemption form refused
+    unless overridden, explicit yield methods, an accrual substitute."""
+    base = dict(dates=[d(2030, 6, 15)], settlement=d(2025, 3, 1))
+    cases = {
+        "absurd_form_overridden": dict(coupons=[0.05, 1e-300, 1.0], redemption=100.0, **base),
+        "absurd_form": dict(coupons=[0.05, 1e-300, 1.0], **base),
+        "form_and_override": dict(coupons=[0.05, 98.0], redemption=101.0, **base),
+    }
+    for method in (-1, -2, -3, -4, -5, -6, 2):
+        cases[f"method{method}"] = dict(coupons=[0.05], yield_method=method, **base)
+    brady = dict(guarantee_rate=0.05, collateral_yield=0.045, guaranteed=2, collateral=1)
+    for code in (0, 16, 17, 22, 40, 200, 1000):
+        for label, b in cases.items():
+            case = f"{code}:{label}"
+            b = dict(b, type=code)
+            grid.run("KVLbpr", case, **b, **{"yield": 0.045})
+            grid.run("KVLbai1", case, **b)
+            grid.run("KVLbcshflw", case, price=99.0, **b)
+            grid.run("KVLbradypr", case, stripped_yield=0.09, **brady, **b)
+            grid.run("KVLbradyyld", case, price=80.0, **brady, **b)
+            grid.run("KVLbradydur", case, stripped_yield=0.09, **brady, **b)
+
+
 # ---------------------------------------------------------------- families
 def futures(grid):
     bonds = [(0.06, d(2034, 2, 15)), (0.0425, d(2031, 11, 30)), (0.0125, d(2027, 8, 31)), (0.08, d(2049, 5, 15)),
@@ -383,7 +407,8 @@ def build():
     grid = Grid()
     codes = catalogue(grid)
     straight_bonds(grid, codes)
-    bond_measures(grid, codes[::4] + [1000])
+    bond_measures(grid, codes)
+    odd_descriptions(grid)
     futures(grid)
     frn(grid)
     perpetuals(grid, [0, 3, 40, 60, 80, 200, 260, 280, 370, 500, 510, 1000])
