@@ -1,7 +1,7 @@
 // The average life of a bond with a sinking fund: the time from settlement
 // to each repayment of principal, weighted by its size. It is measured on a
 // description of the schedule alone (the maturity as the only date and a
-// placeholder coupon, the schedule being the same for any coupon rate).
+// nominal coupon of 0.1, the schedule being the same for any coupon rate).
 //
 //   const AverageLifeSchedule schedule(maturity, settlement, ...);
 //   ... set up schedule.args ...

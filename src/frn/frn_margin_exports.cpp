@@ -9,7 +9,8 @@ using kbond::frn::MarginMarket;
 
 namespace {
 
-// The simple margin is the discount margin's frame without a stub rate.
+// The simple margin runs in the discount margin's frame, with no rate for
+// a short first period.
 double margin(bool discount, int32_t type, int32_t maturity, int32_t settlement, double current_coupon,
               double price, double stub_rate, double index_rate, double quoted_margin,
               const int32_t* previous_coupon, const int32_t* next_coupon, const int32_t* day_count,
