@@ -49,8 +49,10 @@ bool ilg_setup(const IlgArgs& args, IlgDesc* desc) noexcept {
   desc->next_coupon_amount = args.next_coupon_amount * 0.01;
   desc->base_index = args.base_index;
   desc->latest_index = args.latest_index;
-  set_indexed_bond(desc, args.maturity, args.settlement, inflation, args.end_of_month,
-                   args.pay_on_business_day, args.holiday_options, args.holidays, args.holiday_count);
+  if (!set_indexed_bond(desc, args.maturity, args.settlement, inflation, args.end_of_month,
+                        args.pay_on_business_day, args.holiday_options, args.holidays, args.holiday_count)) {
+    return false;
+  }
   desc->latest_index_date = args.extra_date != nullptr ? *args.extra_date : 0;
 
   if (!resolve_coupon_period(args.settlement, args.maturity, kIlgMonthsPerPeriod, desc->end_of_month,

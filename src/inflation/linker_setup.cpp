@@ -46,8 +46,10 @@ int32_t linker_setup(const LinkerArgs& args, int32_t months_per_period, LinkerDe
   if (dated && !dates::valid_serial(*args.option_c)) return KVL_ERR_INVALID;
 
   desc->coupon = args.coupon * 0.01;
-  set_indexed_bond(desc, args.maturity, args.settlement, inflation, args.end_of_month, args.option_a,
-                   args.holiday_options, args.holidays, args.holiday_count);
+  if (!set_indexed_bond(desc, args.maturity, args.settlement, inflation, args.end_of_month, args.option_a,
+                        args.holiday_options, args.holidays, args.holiday_count)) {
+    return KVL_ERR_INVALID;
+  }
   desc->nominal_basis = args.option_b == 1;
   desc->base_date = dated ? *args.option_c : args.maturity;
 
